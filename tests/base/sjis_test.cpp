@@ -1,0 +1,105 @@
+// Walking Shift-JIS text: where the second byte of a character looks like a separator, where a text
+// breaks off inside a character, and where both happen at a cut.
+#include "base/sjis.h"
+
+#include <gtest/gtest.h>
+
+#include <string_view>
+
+namespace {
+
+using tq::sjis::char_size;
+using tq::sjis::cut;
+using tq::sjis::ends_with;
+using tq::sjis::find_last;
+using tq::sjis::is_lead;
+using tq::sjis::is_pair;
+using tq::sjis::is_trail;
+constexpr auto kNone = std::string_view::npos;
+
+TEST(SjisBytes, LeadAndTrailRangesEndWhereTheCodePageSays) {
+  struct Range {
+    unsigned first, last;
+    bool lead, trail;
+    const char* why;
+  };
+  const Range ranges[] = {
+      {0x00, 0x3F, false, false, "controls, digits and punctuation stand alone"},
+      {0x40, 0x7E, false, true, "ASCII letters may be second bytes"},
+      {0x7F, 0x7F, false, false, "delete is in no character"},
+      {0x80, 0x80, false, true, "second byte only"},
+      {0x81, 0x9F, true, true, "first lead range"},
+      {0xA0, 0xDF, false, true, "half-width kana"},
+      {0xE0, 0xFC, true, true, "second lead range, user-defined characters included"},
+      {0xFD, 0xFF, false, false, "unused"},
+  };
+  for (const Range& range : ranges) {
+    for (unsigned byte = range.first; byte <= range.last; ++byte) {
+      EXPECT_EQ(is_lead(static_cast<char>(byte)), range.lead) << range.why << ", byte " << byte;
+      EXPECT_EQ(is_trail(static_cast<char>(byte)), range.trail) << range.why << ", byte " << byte;
+    }
+  }
+}
+
+TEST(SjisWalk, AStepTakesAnySecondByteButAPairOnlyATrailByte) {
+  EXPECT_EQ(char_size("\x95\x5C", 0), 2u);
+  EXPECT_TRUE(is_pair("\x95\x5C", 0));
+  EXPECT_EQ(char_size("\x95\x20", 0), 2u) << "a cut must not leave the lead byte behind";
+  EXPECT_FALSE(is_pair("\x95\x20", 0));
+  EXPECT_EQ(char_size("\x95", 0), 1u) << "a lead byte at the end has nothing to own";
+  EXPECT_FALSE(is_pair("\x95", 0));
+  EXPECT_EQ(char_size("\xB1\x41", 0), 1u) << "half-width kana are single bytes";
+}
+
+TEST(SjisCut, NeverLeavesHalfACharacter) {
+  struct Case {
+    std::string_view text;
+    std::size_t max;
+    std::string_view want;
+    const char* why;
+  };
+  const Case cases[] = {
+      {"abc", 3, "abc", "fits"},
+      {"abc", 2, "ab", "single bytes cut anywhere"},
+      {"a\x83\x5C", 2, "a", "the second byte does not fit"},
+      {"a\x83\x5C"
+       "b",
+       3, "a\x83\x5C", "ends with the whole character"},
+      {"\x83\x5C", 0, "", "no room"},
+      {"\xB1\xB2\xB3", 2, "\xB1\xB2", "half-width kana"},
+      {"ab\x83", 3, "ab\x83", "a text that is broken already is not touched when it fits"},
+  };
+  for (const Case& c : cases) EXPECT_EQ(cut(c.text, c.max), c.want) << c.why;
+}
+
+TEST(SjisSearch, ASecondByteIsNeverASeparator) {
+  struct Case {
+    std::string_view text;
+    std::size_t last;
+    bool at_end;
+    const char* why;
+  };
+  const Case cases[] = {
+      {"C:\\a\\b", 4, false, "plain path"},
+      {"C:\\a\\", 4, true, "ends with the separator"},
+      {"C:\\\x95\x5C", 2, false, "the second byte of the last character"},
+      {"\x95\x5C\\", 2, true, "a real separator behind it"},
+      {"\x95\x5C\x5C\x95\x5C", 2, false, "between two such characters"},
+      {"", kNone, false, "empty"},
+      {"\x83", kNone, false, "half a character"},
+  };
+  for (const Case& c : cases) {
+    EXPECT_EQ(find_last(c.text, "\\"), c.last) << c.why;
+    EXPECT_EQ(ends_with(c.text, '\\'), c.at_end) << c.why;
+  }
+}
+
+TEST(SjisUpper, ChangesAsciiLettersOnly) {
+  EXPECT_EQ(tq::sjis::upper_ascii('a'), 'A');
+  EXPECT_EQ(tq::sjis::upper_ascii('z'), 'Z');
+  EXPECT_EQ(tq::sjis::upper_ascii('`'), '`');
+  EXPECT_EQ(tq::sjis::upper_ascii('{'), '{');
+  EXPECT_EQ(tq::sjis::upper_ascii('\xE1'), '\xE1');
+}
+
+}  // namespace
