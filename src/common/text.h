@@ -1,0 +1,52 @@
+// Small text routines that every family's readers share: bounded copies, decimal numbers, tokens.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+namespace tq {
+
+// A C string as a view; null reads as empty.
+constexpr std::string_view view(const char* text) {
+  return text == nullptr ? std::string_view() : std::string_view(text);
+}
+
+// The text in a fixed array, up to its terminator or the array's end.
+template <std::size_t N>
+std::string_view view(const char (&array)[N]) {
+  std::size_t size = 0;
+  while (size < N && array[size] != '\0') ++size;
+  return {array, size};
+}
+
+// Copies as much of `text` as fits into `size` bytes with the terminator, cut at a character
+// boundary. Null or size 0 copies nothing. `to` may overlap `text`.
+void copy_text(char* to, std::size_t size, std::string_view text);
+
+template <std::size_t N>
+void copy_text(char (&to)[N], std::string_view text) {
+  copy_text(to, N, text);
+}
+
+// A decimal number at the start of the text: optional blanks and sign, then digits. 0 when there is
+// none; numbers past 32 bits stop at the limit.
+std::int32_t decimal(std::string_view text);
+
+// The low 16 bits of `decimal`, as the 16-bit fields of the file formats take it.
+inline short decimal16(std::string_view text) { return static_cast<short>(decimal(text)); }
+
+// Takes tokens off the front of a text. A run of separators counts as one and separators before a
+// token are skipped, so no token is empty. Separators are single bytes; the text's two-byte
+// characters are not looked at, as in the file formats that this serves.
+class Tokens {
+ public:
+  explicit Tokens(std::string_view text) : rest_(text) {}
+  // The next token up to `separator`; false when none is left.
+  bool next(char separator, std::string_view& token);
+
+ private:
+  std::string_view rest_;
+};
+
+}  // namespace tq
