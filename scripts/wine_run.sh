@@ -1,0 +1,33 @@
+#!/usr/bin/env bash
+# Runs a Windows program through Wine with code page 932: wine_run.sh PREFIX PROGRAM [ARGUMENTS].
+# PREFIX is a folder for Wine's registry and drives; it is made on first use. Programs that start
+# together wait for the one that makes it.
+set -euo pipefail
+here=$(cd "$(dirname "${BASH_SOURCE[0]}")" && pwd)
+. "$here/wine32.sh"
+
+export WINEPREFIX=$1 WINEDEBUG=${WINEDEBUG:--all} WINEDLLOVERRIDES=${WINEDLLOVERRIDES:-mscoree,mshtml=}
+shift
+use_wine32
+
+# Wine takes the code page from the locale's language. The UTF-8 locale gives the same 932 as a
+# Shift-JIS one, and keeps the names of files in UTF-8 on the Linux side whatever locales the
+# machine has.
+japanese_wine() { env LC_ALL=ja_JP.UTF-8 wine "$@"; }
+
+# A prefix made without 32-bit support never gets it later, hence two marks.
+ready=$WINEPREFIX/.ready${WINEDLLPATH:+32}
+if [ ! -e "$ready" ]; then
+  mkdir -p "$WINEPREFIX"
+  exec 9>"$WINEPREFIX/.lock"
+  flock 9
+  if [ ! -e "$ready" ]; then
+    japanese_wine wineboot --update >/dev/null 2>&1 9>&-
+    WINEPREFIX=$WINEPREFIX wineserver --wait 9>&- || true
+    # Wine copies all its libraries with their debug information, more than a gigabyte.
+    x86_64-w64-mingw32-strip --strip-debug "$WINEPREFIX"/drive_c/windows/system32/*.dll || true
+    touch "$ready"
+  fi
+  exec 9>&-
+fi
+japanese_wine "$@"
