@@ -22,15 +22,24 @@ function(tq_test name)
   set_tests_properties(${name} PROPERTIES TIMEOUT 300)
 endfunction()
 
+# In ctest a benchmark runs each of its cases once or nearly so; for figures run the program itself.
 function(tq_bench name)
   add_executable(${name} ${ARGN})
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/bench)
   target_link_libraries(${name} PRIVATE tq_options tqutil_bench_build benchmark::benchmark_main)
+  add_test(NAME ${name} COMMAND ${name} --benchmark_min_time=0.01)
+  set_tests_properties(${name} PROPERTIES TIMEOUT 600 RUN_SERIAL ON)
 endfunction()
 
+# In ctest a target runs for a few seconds. Inputs that it finds stay in the build folder.
 function(tq_fuzz name)
   add_executable(${name} ${ARGN})
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/fuzz)
   target_link_libraries(${name} PRIVATE tq_options tqutil_test_build)
   target_link_options(${name} PRIVATE -fsanitize=fuzzer)
+  set(found ${CMAKE_CURRENT_BINARY_DIR}/found/${name})
+  file(MAKE_DIRECTORY ${found})
+  add_test(NAME ${name} COMMAND ${name} -max_total_time=5 -artifact_prefix=${found}-
+    ${found} ${PROJECT_SOURCE_DIR}/fuzz/corpus/${name})
+  set_tests_properties(${name} PROPERTIES TIMEOUT 120)
 endfunction()
