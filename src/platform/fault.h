@@ -1,5 +1,5 @@
-// Makes the n-th operation of the platform layer fail, so that a test can drive a writer through all
-// of its failures. Exists in test builds only (TQUTIL_TEST_BUILD); elsewhere `gate` is nothing.
+// Makes the n-th operation of the platform layer fail, so that a test can drive a writer through
+// all of its failures. Exists in test builds only (TQUTIL_TEST_BUILD); elsewhere `gate` is nothing.
 #pragma once
 
 #include <string_view>
@@ -12,9 +12,9 @@ namespace tq::platform::fault {
 
 // What happens at the chosen operation.
 enum class Kind : unsigned char {
-  kFail,       // it fails with kIo; a failing write leaves half of its bytes
-  kDiskFull,   // it fails with kDiskFull; only creating and writing operations count
-  kCrash,      // it and everything after it fails: what is on disk is what a killed process leaves
+  kFail,      // it fails with kIo; a failing write leaves half of its bytes
+  kDiskFull,  // it fails with kDiskFull; only creating and writing operations count
+  kCrash,     // it and everything after it fails: what is on disk is what a killed process leaves
 };
 
 // Arms the gate: the operation number `nth` (counted from 1 from now on) fails.

@@ -86,7 +86,8 @@ Status delete_file(std::string_view path);
 // Uses the fastest way the system has. On failure no half-written `to` that did not exist before is
 // left behind.
 Status copy_file(std::string_view from, std::string_view to);
-// `to` becomes `from` in one step; on failure both are as before. Same folder or at least same drive.
+// `to` becomes `from` in one step; on failure both are as before. Same folder or at least same
+// drive.
 Status replace_file(std::string_view from, std::string_view to);
 // Makes what was created, renamed or removed in the folder survive a power cut. Where the system
 // needs nothing for that it does nothing.
@@ -100,13 +101,13 @@ Status set_file_times(std::string_view path, const FileTimes& times);
 Status file_size(std::string_view path, std::uint64_t& size);
 
 struct FolderEntry {
-  std::string name;             // Shift-JIS; entries whose names have no such form are left out
+  std::string name;  // Shift-JIS; entries whose names have no such form are left out
   std::uint32_t attributes = 0;
 };
 // The entries of a folder whose names match the pattern after the path's last separator
-// (`Z:\data\*.SYG`; `*`, `?`, case ignored; `*.*` and `*` match every name), in ascending byte order
-// of the upper-cased names, so that listings repeat. "." and ".." are left out. kNotFound when the
-// folder does not exist; nothing matching is success with an empty list.
+// (`Z:\data\*.SYG`; `*`, `?`, case ignored; `*.*` and `*` match every name), in ascending byte
+// order of the upper-cased names, so that listings repeat. "." and ".." are left out. kNotFound
+// when the folder does not exist; nothing matching is success with an empty list.
 Status list_folder(std::string_view pattern, std::vector<FolderEntry>& entries);
 
 // Creates an empty file with a new unique name `<prefix><hex>.tmp` in the folder (with or without a
@@ -116,12 +117,12 @@ Status unique_file(std::string_view folder, std::string_view prefix, std::string
 // --- Open files ----------------------------------------------------------------------------------
 
 enum class OpenMode : std::uint8_t {
-  kRead,         // must exist
-  kReadShared,   // kRead, and others may go on writing
-  kCreate,       // made new; an existing file is emptied
-  kCreateNew,    // must not exist yet
-  kAppend,       // made when absent; every write goes to the end; reading is allowed
-  kUpdate,       // must exist; read and write in place
+  kRead,        // must exist
+  kReadShared,  // kRead, and others may go on writing
+  kCreate,      // made new; an existing file is emptied
+  kCreateNew,   // must not exist yet
+  kAppend,      // made when absent; every write goes to the end; reading is allowed
+  kUpdate,      // must exist; read and write in place
 };
 
 // A file held open. Move-only; the destructor closes it and forgets errors, so writers call
@@ -168,10 +169,10 @@ void free_movable(void* block) noexcept;
 
 // --- Host paths and environment ------------------------------------------------------------------
 
-// A native path in UTF-8 (`/home/x/住所.csv`, on Windows `C:\x` or `\\?\`-free forms) as the library's
-// Windows-form Shift-JIS path: on Linux relative paths are completed from the current folder and
-// given as `Z:\…` (or `X:\…` when the path lies under a drive of TQUTIL_DRIVES). kInvalid when it has
-// no Shift-JIS form.
+// A native path in UTF-8 (`/home/x/住所.csv`, on Windows `C:\x` or `\\?\`-free forms) as the
+// library's Windows-form Shift-JIS path: on Linux relative paths are completed from the current
+// folder and given as `Z:\…` (or `X:\…` when the path lies under a drive of TQUTIL_DRIVES).
+// kInvalid when it has no Shift-JIS form.
 Status path_from_native(std::string_view native_utf8, std::string& path);
 // The other way; names that exist are given with the case that they have on disk.
 Status path_to_native(std::string_view path, std::string& native_utf8);

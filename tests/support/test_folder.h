@@ -1,9 +1,9 @@
 // A folder of a test's own on the real file system, removed with all that is in it at the end.
 //
 // Tests talk to the library in Windows-form Shift-JIS paths, which `path` and `at` give: `Z:\tmp\…`
-// on Linux, the drive's own form on Windows and under Wine. What the test itself looks at or prepares
-// goes through the standard library, past the code under test. Names given to a TestFolder are
-// Shift-JIS and relative to it, with `\` between folders. Anything that cannot be done throws
+// on Linux, the drive's own form on Windows and under Wine. What the test itself looks at or
+// prepares goes through the standard library, past the code under test. Names given to a TestFolder
+// are Shift-JIS and relative to it, with `\` between folders. Anything that cannot be done throws
 // std::filesystem::filesystem_error or std::runtime_error, which fails the test.
 #pragma once
 
