@@ -76,7 +76,7 @@ def why_not(root, path, quoted, target):
             return "no such public header"
         if place == "src" and path.parts[1] in BELOW_THE_INTERFACE and target != "tqutil/config.h":
             return f"src/{path.parts[1]} is below the public interface"
-        return "public headers stand in angle brackets" if quoted else None
+        return None
     if not quoted:
         return None
     if ".." in target:
