@@ -26,9 +26,15 @@ bool hit();
 int count();
 void reset_count();
 
-// Called first by every operation that can fail. `writes` tells the operations that change the
-// disk. Not ok: the operation must fail with this status.
+// Called first by every operation that can fail. `writes` tells the operations that need room on
+// the disk. Not ok: the operation must fail with this status.
 Status gate(std::string_view operation, std::string_view path, bool writes);
+
+// Right after a refusal by `gate`: whether this is the chosen operation itself, so that a write
+// leaves half of its bytes (and not one of those that a crash takes with it).
+bool leaves_half();
+// Whether the process counts as killed: operations must not even clean up behind themselves.
+bool crashed();
 
 // Live open files (File objects and folder searches): a leak counter for tests.
 int open_handles();
@@ -47,6 +53,8 @@ class FailNth {
 #else
 
 inline Status gate(std::string_view, std::string_view, bool) { return {}; }
+constexpr bool leaves_half() { return false; }
+constexpr bool crashed() { return false; }
 inline void count_handle(int) {}
 
 #endif

@@ -1,0 +1,139 @@
+// Folders: making, removing and listing them, and new names in them.
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <memory>
+
+#include "base/cp932.h"
+#include "platform/fault.h"
+#include "platform/names.h"
+#include "platform/platform.h"
+#include "platform/posix/errors.h"
+#include "platform/posix/node.h"
+#include "platform/posix/paths.h"
+
+namespace tq::platform {
+
+using posix::failure;
+using posix::NativePath;
+using posix::refusal;
+
+namespace {
+
+constexpr mode_t kNewFolderMode = 0777;  // less what the umask takes away
+constexpr mode_t kNewFileMode = 0666;
+constexpr int kMaxNames = 100'000;  // new names that are tried before giving up
+
+struct CloseFolder {
+  void operator()(DIR* folder) const {
+    ::closedir(folder);
+    fault::count_handle(-1);
+  }
+};
+using OpenFolder = std::unique_ptr<DIR, CloseFolder>;
+
+OpenFolder open_folder(NativePath& native) {
+  const int fd = native.find(
+      [](const char* name) { return ::open(name, O_RDONLY | O_DIRECTORY | O_CLOEXEC); });
+  if (fd < 0) return nullptr;
+  DIR* folder = ::fdopendir(fd);
+  if (folder == nullptr) {
+    ::close(fd);
+    return nullptr;
+  }
+  fault::count_handle(1);
+  return OpenFolder(folder);
+}
+
+// Adds the entry when the library can name it, it matches and it is still there.
+void add_entry(const std::string& folder, const char* on_disk, std::string_view mask,
+               std::vector<FolderEntry>& entries) {
+  FolderEntry entry;
+  if (!cp932::from_utf8(on_disk, entry.name, cp932::Accept::kJisSpellings)) return;
+  if (!matches(mask, entry.name) || !is_plain_name(entry.name)) return;
+  const std::string path = folder + "/" + on_disk;
+  const posix::Node node(path.c_str());
+  struct statx info;
+  if (node.stat(info) != 0) return;
+  entry.attributes = node.attributes(info);
+  entries.push_back(std::move(entry));
+}
+
+}  // namespace
+
+Status create_folder(std::string_view path) {
+  if (Status status = fault::gate("create folder", path, true); !status.ok()) return status;
+  NativePath native(path);
+  if (!native.status().ok()) return native.status();
+  if (native.match_case())
+    return refusal(Code::kExists, "create folder", path, "it is there already");
+  return ::mkdir(native.c_str(), kNewFolderMode) == 0 ? Status() : failure("create folder", path);
+}
+
+Status remove_folder(std::string_view path) {
+  if (Status status = fault::gate("remove folder", path, false); !status.ok()) return status;
+  NativePath native(path);
+  if (!native.status().ok()) return native.status();
+  if (native.find(::rmdir) == 0) return {};
+  if (errno == EEXIST) errno = ENOTEMPTY;  // some file systems say it in this way
+  return failure("remove folder", path);
+}
+
+Status sync_folder(std::string_view folder) {
+  if (Status status = fault::gate("sync folder", folder, true); !status.ok()) return status;
+  NativePath native(folder);
+  if (!native.status().ok()) return native.status();
+  const OpenFolder open = open_folder(native);
+  if (open == nullptr) return failure("sync folder", folder);
+  // EINVAL: a file system that has nothing to sync for a folder.
+  if (::fsync(::dirfd(open.get())) == 0 || errno == EINVAL) return {};
+  return failure("sync folder", folder, Code::kWriteFault);
+}
+
+Status list_folder(std::string_view pattern, std::vector<FolderEntry>& entries) {
+  entries.clear();
+  if (Status status = fault::gate("list", pattern, false); !status.ok()) return status;
+  const PatternParts parts = split_pattern(pattern);
+  if (parts.mask.empty()) return refusal(Code::kInvalid, "list", pattern, "no pattern");
+  NativePath native(parts.folder.empty() ? "." : parts.folder);
+  if (!native.status().ok()) return native.status();
+  const OpenFolder folder = open_folder(native);
+  if (folder == nullptr) return failure("list", pattern);
+  errno = 0;
+  while (const dirent* entry = ::readdir(folder.get())) {
+    add_entry(native.text(), entry->d_name, parts.mask, entries);
+    errno = 0;
+  }
+  if (errno != 0) return failure("list", pattern, Code::kReadFault);
+  sort_entries(entries);
+  return {};
+}
+
+Status unique_file(std::string_view folder, std::string_view prefix, std::string& path) {
+  path.clear();
+  if (Status status = fault::gate("create a file in", folder, true); !status.ok()) return status;
+  NativePath native(folder);
+  if (!native.status().ok()) return native.status();
+  UniqueNames names(prefix);
+  for (int tries = 0; tries < kMaxNames; ++tries) {
+    const std::string name = names.next();
+    if (!is_plain_name(name)) return refusal(Code::kInvalid, "create", name, "bad prefix");
+    const auto create = [utf8 = cp932::to_utf8(name)](const std::string& in) {
+      const std::string file = in + "/" + utf8;
+      return ::open(file.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, kNewFileMode);
+    };
+    const int fd = native.find(create);
+    if (fd >= 0) {
+      ::close(fd);
+      path = join(folder, name);
+      return {};
+    }
+    if (errno != EEXIST) return failure("create a file in", folder);
+  }
+  return refusal(Code::kExists, "create a file in", folder, "no name is free");
+}
+
+}  // namespace tq::platform

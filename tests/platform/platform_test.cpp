@@ -1,0 +1,535 @@
+#include "platform/platform.h"
+
+#include <gtest/gtest.h>
+
+#include "base/cp932.h"
+#include "base/sjis_literal.h"
+#include "platform/fault.h"
+#include "support/scoped_variable.h"
+#include "support/test_folder.h"
+
+namespace tq::platform {
+namespace {
+
+using test::ScopedVariable;
+using test::TestFolder;
+
+// Every file or folder of ours that is left open is a fault of the layer.
+class Platform : public ::testing::Test {
+ protected:
+  void TearDown() override { EXPECT_EQ(fault::open_handles(), 0); }
+  TestFolder folder_{"platform"};
+};
+
+std::string read_all(const std::string& path) {
+  File file;
+  std::string bytes(100, '\0');
+  std::size_t got = 0;
+  if (!file.open(path, OpenMode::kRead).ok() || !file.read(bytes.data(), 100, got).ok()) return "?";
+  return bytes.substr(0, got);
+}
+
+std::vector<std::string> names_of(const std::string& pattern) {
+  std::vector<FolderEntry> entries;
+  EXPECT_TRUE(list_folder(pattern, entries).ok());
+  std::vector<std::string> names;
+  for (const FolderEntry& entry : entries) names.push_back(entry.name);
+  return names;
+}
+
+// --- Open files ----------------------------------------------------------------------------------
+
+struct OpenCase {
+  const char* why;
+  const char* name;
+  OpenMode mode;
+  Code code;
+  const char* after;  // content of "old.txt" after "new" was written; what is read is kept aside
+};
+
+const OpenCase kOpenCases[] = {
+    {"read", "old.txt", OpenMode::kRead, Code::kOk, "0123456789"},
+    {"read nothing", "none.txt", OpenMode::kRead, Code::kNotFound, "0123456789"},
+    {"nothing in a missing folder", "none\\a.txt", OpenMode::kCreate, Code::kNotFound,
+     "0123456789"},
+    {"through a file", "old.txt\\a.txt", OpenMode::kCreate, Code::kNotFound, "0123456789"},
+    {"create empties", "old.txt", OpenMode::kCreate, Code::kOk, "new"},
+    {"create finds the other case", "OLD.TXT", OpenMode::kCreate, Code::kOk, "new"},
+    {"create new refuses", "old.txt", OpenMode::kCreateNew, Code::kExists, "0123456789"},
+    {"create new refuses the other case", "Old.txt", OpenMode::kCreateNew, Code::kExists,
+     "0123456789"},
+    {"append", "OLD.txt", OpenMode::kAppend, Code::kOk, "0123456789new"},
+    {"update writes in place", "old.txt", OpenMode::kUpdate, Code::kOk, "new3456789"},
+    {"update needs a file", "none.txt", OpenMode::kUpdate, Code::kNotFound, "0123456789"},
+    {"a folder is no file", "sub", OpenMode::kRead, Code::kDenied, "0123456789"},
+    {"a folder cannot be emptied", "sub", OpenMode::kCreate, Code::kDenied, "0123456789"},
+    {"read-only: read", "locked.txt", OpenMode::kRead, Code::kOk, "0123456789"},
+    {"read-only: create", "locked.txt", OpenMode::kCreate, Code::kDenied, "0123456789"},
+    {"read-only: update", "locked.txt", OpenMode::kUpdate, Code::kDenied, "0123456789"},
+    {"read-only: append", "locked.txt", OpenMode::kAppend, Code::kDenied, "0123456789"},
+    {"hidden: create", "hidden.txt", OpenMode::kCreate, Code::kOk, "0123456789"},
+    {"device", "NUL", OpenMode::kCreate, Code::kInvalid, "0123456789"},
+};
+
+TEST_F(Platform, Open) {
+  folder_.make_folder("sub");
+  folder_.write("locked.txt", "locked");
+  folder_.write("hidden.txt", "hidden");
+  ASSERT_TRUE(set_attributes(folder_.at("locked.txt"), kReadOnly).ok());
+  ASSERT_TRUE(set_attributes(folder_.at("hidden.txt"), kHidden).ok());
+  for (const OpenCase& c : kOpenCases) {
+    SCOPED_TRACE(c.why);
+    folder_.write("old.txt", "0123456789");
+    File file;
+    const Status status = file.open(folder_.at(c.name), c.mode);
+    EXPECT_EQ(status.code(), c.code) << status.text();
+    EXPECT_EQ(file.is_open(), status.ok());
+    if (file.is_open() && c.mode != OpenMode::kRead) {
+      EXPECT_TRUE(file.write("new").ok());
+    }
+    EXPECT_TRUE(file.close().ok());
+    EXPECT_TRUE(file.close().ok());
+    EXPECT_EQ(folder_.read("old.txt"), c.after);
+    EXPECT_EQ(folder_.read("locked.txt"), "locked");
+  }
+  EXPECT_EQ(folder_.contents().size(), 4u);
+}
+
+TEST_F(Platform, ReadWriteSeek) {
+  File file;
+  ASSERT_TRUE(file.open(folder_.at("a.bin"), OpenMode::kCreate).ok());
+  EXPECT_TRUE(file.write(std::string("a\r\n\x1a\0b", 6)).ok());
+  EXPECT_TRUE(file.seek(1).ok());
+  char buffer[8] = "#######";
+  std::size_t got = 99;
+  EXPECT_TRUE(file.read(buffer, 2, got).ok());
+  EXPECT_EQ(std::string(buffer, got), "\r\n");
+  EXPECT_EQ(buffer[2], '#');
+  EXPECT_TRUE(file.read(buffer, 8, got).ok());
+  EXPECT_EQ(got, 3u);
+  EXPECT_TRUE(file.read(buffer, 8, got).ok());
+  EXPECT_EQ(got, 0u);
+  // Sizes beyond 32 bits, without using the room.
+  EXPECT_TRUE(file.seek(5'000'000'000).ok());
+  EXPECT_TRUE(file.sync().ok());
+  std::uint64_t size = 0;
+  EXPECT_TRUE(file.size(size).ok());
+  EXPECT_EQ(size, 6u);
+  File moved = std::move(file);
+  EXPECT_FALSE(file.is_open());
+  EXPECT_TRUE(moved.is_open());
+  File other;
+  EXPECT_TRUE(other.open(folder_.at("A.BIN"), OpenMode::kReadShared).ok());
+  EXPECT_EQ(fault::open_handles(), 2);
+}
+
+TEST_F(Platform, AppendGoesToTheEndWhateverWasRead) {
+  folder_.write("a.txt", "one");
+  File file;
+  ASSERT_TRUE(file.open(folder_.at("a.txt"), OpenMode::kAppend).ok());
+  char first = 0;
+  std::size_t got = 0;
+  EXPECT_TRUE(file.seek(0).ok());
+  EXPECT_TRUE(file.read(&first, 1, got).ok());
+  EXPECT_EQ(first, 'o');
+  EXPECT_TRUE(file.write("two").ok());
+  EXPECT_TRUE(file.seek(0).ok());
+  EXPECT_TRUE(file.write("three").ok());
+  EXPECT_TRUE(file.close().ok());
+  EXPECT_EQ(folder_.read("a.txt"), "onetwothree");
+}
+
+// --- Names
+// -----------------------------------------------------------------------------------------
+
+TEST_F(Platform, NamesAreFoundInAnyCase) {
+  folder_.write("Sub\\表計算ａ.Txt"_sjis, "x");
+  EXPECT_EQ(read_all(folder_.at("SUB\\表計算Ａ.TXT"_sjis)), "x");
+  EXPECT_EQ(read_all(folder_.at("sub/../sub/./表計算ａ.txt "_sjis)), "x");
+  // A new file goes to the folder that is there.
+  File file;
+  ASSERT_TRUE(file.open(folder_.at("sUB\\New.txt"), OpenMode::kCreateNew).ok());
+  EXPECT_TRUE(file.close().ok());
+  EXPECT_TRUE(folder_.exists("Sub\\New.txt"));
+  EXPECT_EQ(create_folder(folder_.at("SUB")).code(), Code::kExists);
+  EXPECT_EQ(create_folder(folder_.at("sub\\new.TXT")).code(), Code::kExists);
+  EXPECT_TRUE(create_folder(folder_.at("sub\\deep")).ok());
+  std::string temporary;
+  EXPECT_TRUE(unique_file(folder_.at("SUB\\DEEP"), "fld", temporary).ok());
+  EXPECT_EQ(names_of(folder_.at("sub\\DEEP\\*")).size(), 1u);
+  EXPECT_TRUE(copy_file(folder_.at("SUB\\NEW.TXT"), folder_.at("SUB\\COPY.TXT")).ok());
+  EXPECT_TRUE(folder_.exists("Sub\\COPY.TXT"));
+  EXPECT_TRUE(replace_file(folder_.at("SUB\\copy.txt"), folder_.at("SUB\\NEW.txt")).ok());
+  EXPECT_EQ(names_of(folder_.at("sub\\*.txt")),
+            (std::vector<std::string>{"New.txt", "表計算ａ.Txt"_sjis}));
+  EXPECT_TRUE(delete_file(folder_.at("sub\\NEW.TXT")).ok());
+  EXPECT_FALSE(exists(folder_.at("Sub\\New.txt")));
+}
+
+TEST_F(Platform, HostilePathsTouchNothing) {
+  folder_.write("keep.txt", "keep");
+  folder_.write("sub\\keep.txt", "keep");
+  const auto before = folder_.contents();
+  const std::string up =
+      folder_.at("sub") + "\\..\\..\\..\\..\\..\\..\\..\\..\\..\\..\\..\\..\\etc\\x";
+  const std::string paths[] = {up,
+                               folder_.at(std::string("keep.txt\0.bak", 13)),
+                               folder_.at("keep.txt:stream"),
+                               folder_.at("\x95"),
+                               folder_.at("con"),
+                               "\\\\.\\" + folder_.at("keep.txt"),
+                               ""};
+  for (const std::string& path : paths) {
+    SCOPED_TRACE(path);
+    File file;
+    std::string unused;
+    std::vector<FolderEntry> entries;
+    EXPECT_EQ(attributes(path), kNoAttributes);
+    EXPECT_EQ(file.open(path, OpenMode::kCreate).code(), Code::kInvalid);
+    EXPECT_EQ(delete_file(path).code(), Code::kInvalid);
+    EXPECT_EQ(create_folder(path).code(), Code::kInvalid);
+    EXPECT_EQ(copy_file(folder_.at("keep.txt"), path).code(), Code::kInvalid);
+    EXPECT_EQ(replace_file(folder_.at("keep.txt"), path).code(), Code::kInvalid);
+    EXPECT_EQ(unique_file(path, "a", unused).code(), Code::kInvalid);
+    EXPECT_EQ(set_attributes(path, kHidden).code(), Code::kInvalid);
+  }
+  std::string unused;
+  EXPECT_EQ(unique_file(folder_.path(), "..\\", unused).code(), Code::kInvalid);
+  EXPECT_EQ(folder_.contents(), before);
+}
+
+// --- Folders
+// ---------------------------------------------------------------------------------------
+
+TEST_F(Platform, ListingIsInNameOrder) {
+  for (const char* name :
+       {"b.syg", "A.SYG", "c.SYG", "_.syg", "Z.txt", "表.syg"_sjis, "ｱ.syg"_sjis}) {
+    folder_.write(name, "");
+  }
+  folder_.make_folder("d.syg");
+  EXPECT_EQ(names_of(folder_.at("*.Syg")),
+            (std::vector<std::string>{"A.SYG", "b.syg", "c.SYG", "d.syg", "_.syg", "表.syg"_sjis,
+                                      "ｱ.syg"_sjis}));
+  EXPECT_EQ(names_of(folder_.at("*.*")).size(), 8u);
+  EXPECT_TRUE(names_of(folder_.at("*.fld")).empty());
+  std::vector<FolderEntry> entries;
+  EXPECT_EQ(list_folder(folder_.at("none\\*"), entries).code(), Code::kNotFound);
+  EXPECT_EQ(list_folder(folder_.at("A.SYG\\*"), entries).code(), Code::kNotFound);
+  EXPECT_EQ(list_folder(folder_.path() + "\\", entries).code(), Code::kInvalid);
+  ASSERT_TRUE(list_folder(folder_.at("d*"), entries).ok());
+  EXPECT_EQ(entries.at(0).attributes, attributes(folder_.at("d.syg")));
+  EXPECT_NE(entries.at(0).attributes & kFolder, 0u);
+}
+
+TEST_F(Platform, FoldersAndDeleting) {
+  const std::string sub = folder_.at("sub");
+  EXPECT_EQ(create_folder(folder_.at("none\\sub")).code(), Code::kNotFound);
+  EXPECT_TRUE(create_folder(sub + "\\").ok());
+  EXPECT_TRUE(is_folder(sub));
+  EXPECT_EQ(delete_file(sub).code(), Code::kDenied);
+  folder_.write("sub\\a.txt", "a");
+  EXPECT_EQ(remove_folder(sub).code(), Code::kNotEmpty);
+  EXPECT_EQ(remove_folder(folder_.at("sub\\a.txt")).code(), Code::kNotFound);
+  EXPECT_TRUE(sync_folder(sub).ok());
+  EXPECT_EQ(sync_folder(folder_.at("none")).code(), Code::kNotFound);
+  ASSERT_TRUE(set_attributes(folder_.at("sub\\a.txt"), kReadOnly).ok());
+  EXPECT_EQ(delete_file(folder_.at("sub\\a.txt")).code(), Code::kDenied);
+  EXPECT_EQ(folder_.read("sub\\a.txt"), "a");
+  ASSERT_TRUE(set_attributes(folder_.at("sub\\a.txt"), kNormal).ok());
+  EXPECT_TRUE(delete_file(folder_.at("sub\\a.txt")).ok());
+  EXPECT_EQ(delete_file(folder_.at("sub\\a.txt")).code(), Code::kNotFound);
+  EXPECT_TRUE(remove_folder(sub).ok());
+  EXPECT_EQ(remove_folder(sub).code(), Code::kNotFound);
+}
+
+TEST_F(Platform, UniqueFiles) {
+  std::string first, second;
+  ASSERT_TRUE(unique_file(folder_.path(), "CSHX", first).ok());
+  ASSERT_TRUE(unique_file(folder_.path() + "\\", "CSHX", second).ok());
+  EXPECT_NE(first, second);
+  for (const std::string& path : {first, second}) {
+    EXPECT_TRUE(path.starts_with(folder_.at("CSH"))) << path;
+    EXPECT_TRUE(path.ends_with(".tmp")) << path;
+    EXPECT_EQ(path.size(), folder_.at("CSH12345.tmp").size());
+    std::uint64_t size = 1;
+    EXPECT_TRUE(file_size(path, size).ok());
+    EXPECT_EQ(size, 0u);
+  }
+  EXPECT_EQ(unique_file(folder_.at("none"), "a", first).code(), Code::kNotFound);
+}
+
+// --- Attributes and times
+// --------------------------------------------------------------------------
+
+TEST_F(Platform, Attributes) {
+  folder_.write("a.txt", "a");
+  folder_.make_folder("sub");
+  const std::string path = folder_.at("a.txt");
+  EXPECT_TRUE(attributes(path) == kArchive || attributes(path) == kNormal);
+  EXPECT_EQ(attributes(folder_.at("none")), kNoAttributes);
+  EXPECT_EQ(attributes(folder_.at("none\\a")), kNoAttributes);
+  EXPECT_EQ(attributes(folder_.at("sub")) & (kFolder | kReadOnly), kFolder);
+  for (const std::uint32_t bits :
+       {kReadOnly | kHidden, kSystem | kArchive, kHidden, kReadOnly | kArchive}) {
+    EXPECT_TRUE(set_attributes(path, bits).ok());
+    EXPECT_EQ(attributes(path), bits);
+  }
+  EXPECT_TRUE(set_attributes(path, kNormal).ok());
+  EXPECT_EQ(attributes(path), kNormal);
+  EXPECT_TRUE(set_attributes(folder_.at("sub"), kHidden | kReadOnly).ok());
+  EXPECT_EQ(attributes(folder_.at("sub")), kHidden | kReadOnly | kFolder);
+  File file;  // a folder's read-only bit protects nothing in it
+  EXPECT_TRUE(file.open(folder_.at("sub\\a.txt"), OpenMode::kCreateNew).ok());
+  EXPECT_EQ(set_attributes(folder_.at("none"), kHidden).code(), Code::kNotFound);
+}
+
+constexpr FileTime kSecond = 10'000'000;
+constexpr FileTime kIn2001 = 126'227'808'000'000'000;  // 2001-01-01 00:00 UTC
+constexpr FileTime kIn1995 = kIn2001 - 6 * 365 * 86'400 * kSecond;
+constexpr FileTime kIn2040 = kIn2001 + 39ull * 365 * 86'400 * kSecond;
+
+TEST_F(Platform, FileTimes) {
+  folder_.write("a.txt", "a");
+  const std::string path = folder_.at("a.txt");
+  FileTimes times;
+  ASSERT_TRUE(file_times(path, times).ok());
+  const FileTime now = utc_now();
+  for (const FileTime moment : {times.created, times.accessed, times.written}) {
+    EXPECT_LT(moment, now + 5 * kSecond);
+    EXPECT_GT(moment, now - 600 * kSecond);
+  }
+  // A creation time after the writing one, as a copied file has, and moments beyond 2038.
+  const FileTimes wanted{kIn2040, kIn2001 + 7, kIn1995};
+  for (const std::uint32_t bits : {kNormal, kReadOnly}) {
+    ASSERT_TRUE(set_attributes(path, bits).ok());
+    ASSERT_TRUE(set_file_times(path, wanted).ok());
+    ASSERT_TRUE(file_times(path, times).ok());
+    EXPECT_EQ(times.created, wanted.created);
+    EXPECT_EQ(times.accessed, wanted.accessed);
+    EXPECT_EQ(times.written, wanted.written);
+  }
+  ASSERT_TRUE(set_attributes(path, kNormal).ok());
+  File file;
+  ASSERT_TRUE(file.open(path, OpenMode::kUpdate).ok());
+  ASSERT_TRUE(file.set_times({kIn1995, 0, kIn2001}).ok());
+  ASSERT_TRUE(file.times(times).ok());
+  EXPECT_EQ(times.created, kIn1995);
+  EXPECT_EQ(times.accessed, wanted.accessed);  // 0 left it alone
+  EXPECT_EQ(times.written, kIn2001);
+  EXPECT_EQ(file_times(folder_.at("none"), times).code(), Code::kNotFound);
+}
+
+TEST_F(Platform, Clock) {
+  DateTime local;
+  FileTime before = utc_now();
+  sleep_ms(20);
+  EXPECT_GE(utc_now() - before, kSecond / 100);
+  ASSERT_TRUE(to_local(utc_now(), local));
+  const DateTime now = local_now();
+  EXPECT_EQ(now.year, local.year);
+  EXPECT_EQ(now.day_of_week, local.day_of_week);
+  // Whatever the time zone, noon of a Monday is in this year's first two days.
+  ASSERT_TRUE(to_local(kIn2001 + 12 * 3600 * kSecond + 1'230'000, local));
+  EXPECT_EQ(local.year, 2001);
+  EXPECT_EQ(local.month, 1);
+  EXPECT_EQ(local.day, local.day_of_week);
+  EXPECT_EQ(local.milliseconds, 123);
+  EXPECT_FALSE(to_local(0xFFFFFFFFFFFFFFFF, local));
+  EXPECT_EQ(local.year, 0);
+}
+
+// --- Copying and replacing
+// -------------------------------------------------------------------------
+
+struct CopyCase {
+  const char* why;
+  const char* from;
+  const char* to;
+  std::uint32_t target_bits;  // kNoAttributes: no target before
+  Code code;
+};
+
+const CopyCase kCopyCases[] = {
+    {"new file", "from.txt", "to.txt", kNoAttributes, Code::kOk},
+    {"over a longer file", "from.txt", "to.txt", kNormal, Code::kOk},
+    {"over a hidden file", "from.txt", "to.txt", kHidden, Code::kOk},
+    {"over a read-only file", "from.txt", "to.txt", kReadOnly, Code::kDenied},
+    {"missing source", "none.txt", "to.txt", kNormal, Code::kNotFound},
+    {"missing folder", "from.txt", "none\\to.txt", kNormal, Code::kNotFound},
+    {"onto a folder", "from.txt", "sub", kNormal, Code::kDenied},
+    {"a folder", "sub", "to.txt", kNormal, Code::kDenied},
+    {"onto itself", "to.txt", "TO.TXT", kNormal, Code::kBusy},
+};
+
+TEST_F(Platform, Copy) {
+  folder_.make_folder("sub");
+  folder_.write("from.txt", "content");
+  const std::string from = folder_.at("from.txt");
+  const std::string to = folder_.at("to.txt");
+  ASSERT_TRUE(set_file_times(from, {kIn1995, kIn1995, kIn2001 + 5}).ok());
+  ASSERT_TRUE(set_attributes(from, kHidden | kReadOnly).ok());
+  for (const CopyCase& c : kCopyCases) {
+    SCOPED_TRACE(c.why);
+    if (c.target_bits != kNoAttributes) {
+      folder_.write("to.txt", "something longer");
+      ASSERT_TRUE(set_attributes(to, c.target_bits).ok());
+    }
+    const auto before = folder_.contents();
+    const Status status = copy_file(folder_.at(c.from), folder_.at(c.to));
+    EXPECT_EQ(status.code(), c.code) << status.text();
+    if (status.ok()) {
+      EXPECT_EQ(folder_.read("to.txt"), "content");
+      EXPECT_EQ(attributes(to) & (kHidden | kReadOnly), kHidden | kReadOnly);
+      FileTimes times;
+      ASSERT_TRUE(file_times(to, times).ok());
+      EXPECT_EQ(times.written, kIn2001 + 5);
+    } else {
+      EXPECT_EQ(folder_.contents(), before);
+    }
+    if (exists(to)) {
+      EXPECT_TRUE(set_attributes(to, kNormal).ok());
+      EXPECT_TRUE(delete_file(to).ok());
+    }
+  }
+}
+
+TEST_F(Platform, CopiesOfEverySize) {
+  for (const std::size_t size : {0, 1, 4095, 4096, 4097, 1 << 20, (3 << 20) + 7}) {
+    std::string bytes(size, '\0');
+    for (std::size_t i = 0; i < size; ++i) bytes[i] = static_cast<char>(i * 31 >> 3);
+    folder_.write("from.bin", bytes);
+    EXPECT_TRUE(copy_file(folder_.at("from.bin"), folder_.at("to.bin")).ok());
+    EXPECT_TRUE(folder_.read("to.bin") == bytes) << size;
+  }
+}
+
+TEST_F(Platform, Replace) {
+  folder_.write("new.txt", "new");
+  folder_.write("old.txt", "old");
+  folder_.write("locked.txt", "locked");
+  folder_.make_folder("sub");
+  ASSERT_TRUE(set_attributes(folder_.at("locked.txt"), kReadOnly).ok());
+  const auto before = folder_.contents();
+  EXPECT_EQ(replace_file(folder_.at("none.txt"), folder_.at("old.txt")).code(), Code::kNotFound);
+  EXPECT_EQ(replace_file(folder_.at("new.txt"), folder_.at("none\\a")).code(), Code::kNotFound);
+  EXPECT_EQ(replace_file(folder_.at("new.txt"), folder_.at("locked.txt")).code(), Code::kDenied);
+  EXPECT_EQ(replace_file(folder_.at("new.txt"), folder_.at("sub")).code(), Code::kDenied);
+  EXPECT_EQ(folder_.contents(), before);
+  EXPECT_TRUE(replace_file(folder_.at("new.txt"), folder_.at("OLD.TXT")).ok());
+  EXPECT_FALSE(folder_.exists("new.txt"));
+  EXPECT_EQ(folder_.read("old.txt"), "new");
+  EXPECT_TRUE(replace_file(folder_.at("old.txt"), folder_.at("sub\\fresh.txt")).ok());
+  EXPECT_EQ(folder_.read("sub\\fresh.txt"), "new");
+}
+
+// --- Faults
+// ----------------------------------------------------------------------------------------
+
+// Writes a file the safe way; true when all went well.
+bool save(const TestFolder& folder) {
+  std::string temporary;
+  File file;
+  if (!unique_file(folder.path(), "sav", temporary).ok()) return false;
+  const bool saved = file.open(temporary, OpenMode::kCreate).ok() &&
+                     file.write("new content").ok() && file.sync().ok() && file.close().ok() &&
+                     replace_file(temporary, folder.at("a.txt")).ok() &&
+                     sync_folder(folder.path()).ok();
+  return saved;
+}
+
+TEST_F(Platform, InjectedFaultsReachEveryOperation) {
+  for (const fault::Kind kind : {fault::Kind::kFail, fault::Kind::kDiskFull, fault::Kind::kCrash}) {
+    int operations = 0;
+    for (int nth = 1;; ++nth) {
+      folder_.write("a.txt", "old");
+      fault::FailNth fail(nth, kind);
+      const bool saved = save(folder_);
+      EXPECT_EQ(saved, !fail.hit());
+      if (!fail.hit()) break;
+      operations = nth;
+      const std::string left = folder_.read("a.txt");
+      EXPECT_TRUE(left == "old" || left == "new content") << left;
+    }
+    // create, open, write, sync, close, replace, sync folder; closing never fills the disk
+    EXPECT_EQ(operations, kind == fault::Kind::kDiskFull ? 6 : 7);
+  }
+}
+
+TEST_F(Platform, AFailingWriteLeavesHalf) {
+  for (const fault::Kind kind : {fault::Kind::kFail, fault::Kind::kDiskFull, fault::Kind::kCrash}) {
+    fault::FailNth fail(2, kind);
+    File file;
+    ASSERT_TRUE(file.open(folder_.at("a.txt"), OpenMode::kCreate).ok());
+    EXPECT_EQ(file.write("0123456789").code(),
+              kind == fault::Kind::kDiskFull ? Code::kDiskFull : Code::kIo);
+    EXPECT_EQ(file.write("after").ok(), kind != fault::Kind::kCrash);
+    file = File();
+    EXPECT_EQ(folder_.read("a.txt"), kind == fault::Kind::kCrash ? "01234" : "01234after");
+    EXPECT_TRUE(fail.hit());
+  }
+}
+
+TEST_F(Platform, AFailedCopyLeavesNoHalfFile) {
+  folder_.write("from.txt", "0123456789");
+  for (const fault::Kind kind : {fault::Kind::kFail, fault::Kind::kDiskFull, fault::Kind::kCrash}) {
+    for (int nth = 1;; ++nth) {
+      folder_.remove("to.txt");
+      fault::FailNth fail(nth, kind);
+      const bool copied = copy_file(folder_.at("from.txt"), folder_.at("to.txt")).ok();
+      EXPECT_EQ(copied, !fail.hit());
+      if (!fail.hit()) break;
+      // Killed in the middle of the bytes, nobody can clean up any more.
+      const bool stays = kind == fault::Kind::kCrash && nth >= 2;
+      EXPECT_EQ(folder_.exists("to.txt"), stays) << nth;
+      if (stays && nth == 2) {
+        EXPECT_EQ(folder_.read("to.txt"), "01234");
+      }
+    }
+  }
+}
+
+// --- Memory and host
+// -------------------------------------------------------------------------------
+
+TEST_F(Platform, MovableMemoryIsZeroed) {
+  for (const std::size_t size : {std::size_t{0}, std::size_t{1}, std::size_t{100'000}}) {
+    auto* block = static_cast<char*>(alloc_movable(size));
+    ASSERT_NE(block, nullptr);
+    for (std::size_t i = 0; i < size; ++i) EXPECT_EQ(block[i], 0);
+    if (size != 0) block[size - 1] = 1;
+    free_movable(block);
+  }
+  free_movable(nullptr);
+}
+
+TEST_F(Platform, NativePathsThereAndBack) {
+  folder_.write("Sub\\住所録.csv"_sjis, "x");
+  const std::u8string native8 = folder_.native("Sub\\住所録.csv"_sjis).u8string();
+  const std::string native(native8.begin(), native8.end());
+  std::string path, back;
+  ASSERT_TRUE(path_from_native(native, path).ok());
+  EXPECT_EQ(path, folder_.at("Sub\\住所録.csv"_sjis));
+  ASSERT_TRUE(path_to_native(folder_.at("sub\\住所録.CSV"_sjis), back).ok());
+  EXPECT_EQ(back, native);
+  EXPECT_TRUE(path_from_native(".", path).ok());
+  EXPECT_TRUE(is_folder(path)) << path;
+  const Code refused = Code::kInvalid;
+  EXPECT_EQ(path_from_native("", path).code(), refused);
+  EXPECT_EQ(path_from_native("/tmp/\xe4\xbd\xa0\xeb\x8b\x98.csv", path).code(), refused);
+  EXPECT_EQ(path_from_native("/tmp/nul", path).code(), refused);
+  EXPECT_EQ(path_from_native("/tmp/\xff", path).code(), refused);
+  EXPECT_EQ(path_to_native("Z:\\a\\..\\..", path).code(), refused);
+}
+
+TEST_F(Platform, Host) {
+  {
+    const ScopedVariable set("TQUTIL_TEST_VARIABLE", "住所");
+    EXPECT_EQ(environment("TQUTIL_TEST_VARIABLE"), "住所");
+  }
+  EXPECT_EQ(environment("TQUTIL_TEST_VARIABLE"), "");
+  EXPECT_TRUE(user_data_folder().ends_with("\\tqutil")) << user_data_folder();
+  EXPECT_TRUE(is_folder(module_folder())) << module_folder();
+}
+
+}  // namespace
+}  // namespace tq::platform
