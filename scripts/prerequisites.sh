@@ -2,7 +2,7 @@
 # Sourced by run, test and .ci/run: the Debian packages that each build needs, installed when they
 # are missing and quiet when they are not.
 
-packages_linux=(g++ cmake ninja-build python3 googletest)
+packages_linux=(g++ cmake ninja-build python3 pkgconf googletest libcli11-dev)
 packages_linux_asan=("${packages_linux[@]}")
 packages_linux32=("${packages_linux[@]}" g++-multilib)
 # The emulator strips 64-bit libraries in either prefix, hence both binutils.

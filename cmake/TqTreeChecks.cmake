@@ -1,0 +1,27 @@
+# Tests of the tree itself rather than of what the library does; included by tests/CMakeLists.txt.
+
+# Every public header compiles alone, in C and in C++.
+file(GLOB public_headers RELATIVE ${PROJECT_SOURCE_DIR}/include CONFIGURE_DEPENDS
+  ${PROJECT_SOURCE_DIR}/include/tqutil/*.h)
+set(alone)
+foreach(header ${public_headers})
+  foreach(language c cpp)
+    set(source ${CMAKE_CURRENT_BINARY_DIR}/alone/${header}.${language})
+    file(CONFIGURE OUTPUT ${source} CONTENT "#include <${header}>\n")
+    list(APPEND alone ${source})
+  endforeach()
+endforeach()
+add_library(headers_alone OBJECT ${alone})
+target_link_libraries(headers_alone PRIVATE tq_options tqutil)
+target_compile_options(headers_alone PRIVATE -Wpedantic)
+
+# Layers and layout.
+if(NOT CMAKE_CROSSCOMPILING)
+  add_test(NAME layers
+    COMMAND ${Python3_EXECUTABLE} ${PROJECT_SOURCE_DIR}/scripts/check_layers.py)
+  # Another release of the formatter lays some lines out differently.
+  find_program(TQUTIL_CLANG_FORMAT clang-format-14)
+  if(TQUTIL_CLANG_FORMAT)
+    add_test(NAME format COMMAND ${PROJECT_SOURCE_DIR}/scripts/check_format.sh)
+  endif()
+endif()
