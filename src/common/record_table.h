@@ -24,10 +24,9 @@ template <class T>
 struct RecordTraits;
 
 template <class T>
-concept TableRecord = std::is_trivially_copyable_v<T> && requires(T& first) {
-  { RecordTraits<T>::kBlock } -> std::convertible_to<std::size_t>;
-  { RecordTraits<T>::capacity(first) } -> std::integral;
-};
+concept TableRecord = std::is_trivially_copyable_v<T> &&
+    std::convertible_to<decltype(RecordTraits<T>::kBlock), std::size_t> &&
+    std::integral<std::remove_cvref_t<decltype(RecordTraits<T>::capacity(std::declval<T&>()))>>;
 
 template <TableRecord T>
 class RecordTable {

@@ -1,0 +1,75 @@
+// Line reading with a byte limit, over files that no writer of ours would make.
+#include "common/lines.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "support/test_folder.h"
+
+namespace {
+
+std::vector<std::string> lines_of(const tq::test::TestFolder& folder, std::size_t buffer,
+                                  bool data) {
+  tq::LineReader reader(buffer);
+  EXPECT_TRUE(reader.open(folder.at("f")).ok());
+  std::vector<std::string> lines;
+  std::string_view line;
+  while (data ? reader.next_data(line) : reader.next(line)) lines.emplace_back(line);
+  return lines;
+}
+
+TEST(LineReader, LineEndsLimitsAndComments) {
+  using Lines = std::vector<std::string>;
+  struct Case {
+    const char* why;
+    std::string bytes;
+    Lines lines;  // read with a buffer of 5 bytes
+  };
+  const Case cases[] = {
+      {"nothing", "", {}},
+      {"LF, CR LF and an end without either", "a\nb\r\nc", {"a", "b", "c"}},
+      {"empty lines count", "\n\r\nx\n", {"", "", "x"}},
+      {"a lone CR is text", "a\rb\n", {"a\rb"}},
+      {"one byte below the limit", "abc\nd", {"abc", "d"}},
+      {"exactly the limit: the line end comes by itself", "abcd\ne\n", {"abcd", "", "e"}},
+      {"exactly the limit before CR LF", "abcd\r\ne\n", {"abcd", "", "e"}},
+      {"longer lines come in pieces", "abcdefghij\nk", {"abcd", "efgh", "ij", "k"}},
+      {"a zero byte ends its line's text", std::string("a\0b\nc", 5), {"a", "c"}},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.why);
+    tq::test::TestFolder folder;
+    folder.write("f", c.bytes);
+    EXPECT_EQ(lines_of(folder, 5, false), c.lines);
+  }
+}
+
+TEST(LineReader, CommentsArePassedOver) {
+  tq::test::TestFolder folder;
+  folder.write("f", ";x\na\n ;b\n;\n\nc;");
+  EXPECT_EQ(lines_of(folder, 100, true), (std::vector<std::string>{"a", " ;b", "", "c;"}));
+}
+
+TEST(LineReader, LongFilesComeWholeWhateverTheReadSizes) {
+  tq::test::TestFolder folder;
+  std::string bytes;
+  std::vector<std::string> expected;
+  for (int i = 0; i < 3000; ++i) {
+    expected.emplace_back(static_cast<std::size_t>(i % 97), static_cast<char>('a' + i % 26));
+    bytes += expected.back() + (i % 3 == 0 ? "\r\n" : "\n");
+  }
+  folder.write("f", bytes);
+  EXPECT_EQ(lines_of(folder, 4000, false), expected);
+}
+
+TEST(LineReader, AMissingFileSaysSo) {
+  tq::test::TestFolder folder;
+  tq::LineReader reader;
+  EXPECT_EQ(reader.open(folder.at("none")).code(), tq::Code::kNotFound);
+  std::string_view line;
+  EXPECT_FALSE(reader.next(line));
+}
+
+}  // namespace

@@ -1,0 +1,129 @@
+// Path helpers: separators inside two-byte characters, drive roots, names that climb; and the
+// whole-file replacement that every writer of settings and tables uses.
+#include "common/path.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "base/sjis_literal.h"
+#include "platform/fault.h"
+#include "support/test_folder.h"
+
+namespace {
+
+using namespace tq::literals;
+namespace fault = tq::platform::fault;
+
+// Its second byte is 0x5C, the backslash.
+const std::string kHyo = "表"_sjis;
+
+TEST(Backslash, AddedAndRemoved) {
+  struct Case {
+    const char* why;
+    std::string text, added, removed;
+  };
+  const Case cases[] = {
+      {"empty stays empty", "", "", ""},
+      {"drive root keeps its own", "C:\\", "C:\\", "C:\\"},
+      {"bare drive gets one either way", "C:", "C:\\", "C:\\"},
+      {"folder", "C:\\data\\", "C:\\data\\", "C:\\data"},
+      {"second byte 5C is none", "C:\\" + kHyo, "C:\\" + kHyo + "\\", "C:\\" + kHyo},
+      {"one behind such a character is", kHyo + "\\", kHyo + "\\", kHyo},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.why);
+    std::string added = c.text;
+    std::string removed = c.text;
+    tq::AddBackslash(added);
+    tq::RemoveBackslash(removed);
+    EXPECT_EQ(added, c.added);
+    EXPECT_EQ(removed, c.removed);
+  }
+}
+
+TEST(PathParts, NameFolderAndExtension) {
+  struct Case {
+    const char* why;
+    std::string path, folder, name, extension;
+  };
+  const Case cases[] = {
+      {"plain", "Z:\\a\\b.txt", "Z:\\a", "b.txt", ".txt"},
+      {"dots in folders do not count", "Z:\\a.b\\c", "Z:\\a.b", "c", ""},
+      {"last dot of the name", "Z:\\a.b.c", "Z:\\", "a.b.c", ".c"},
+      {"slash and colon separate too", "Z:a/b", "Z:a/", "b", ""},
+      {"second byte 5C and 2E", "Z:\\" + kHyo + "x", "Z:\\", kHyo + "x", ""},
+      {"no folder", "name.", "", "name.", "."},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.why);
+    EXPECT_EQ(tq::PathFileName(c.path), c.name);
+    EXPECT_EQ(tq::PathFolder(c.path), c.folder);
+    EXPECT_EQ(c.path.substr(tq::PathExtension(c.path)), c.extension);
+  }
+}
+
+TEST(LiesIn, OnlyDirectChildrenCount) {
+  EXPECT_TRUE(tq::lies_in("Z:\\A\\b.tmp", "z:\\a"));
+  EXPECT_TRUE(tq::lies_in("Z:\\a\\*.tmp", "Z:\\a\\"));
+  EXPECT_TRUE(tq::lies_in("Z:\\" + kHyo + "\\x", "Z:\\" + kHyo));
+  EXPECT_FALSE(tq::lies_in("Z:\\a\\b\\c", "Z:\\a")) << "deeper";
+  EXPECT_FALSE(tq::lies_in("Z:\\a\\..\\b", "Z:\\a")) << "climbs";
+  EXPECT_FALSE(tq::lies_in("Z:\\a\\..", "Z:\\a")) << "names the parent";
+  EXPECT_FALSE(tq::lies_in("Z:\\ab", "Z:\\a")) << "beside";
+  EXPECT_FALSE(tq::lies_in("b.tmp", "")) << "no folder at all";
+  EXPECT_FALSE(
+      tq::lies_in("Z:\\x\x81\x5C"
+                  "y",
+                  "Z:\\x\x81"))
+      << "half a character is no separator";
+}
+
+TEST(MakeFolderTree, MakesWhatIsMissing) {
+  tq::test::TestFolder folder;
+  EXPECT_EQ(tq::MakeFolderTree(folder.at("a\\" + kHyo + "\\c\\")), 0);
+  EXPECT_TRUE(folder.exists("a\\" + kHyo + "\\c"));
+  EXPECT_EQ(tq::MakeFolderTree(folder.at("a\\" + kHyo + "\\c")), 0) << "there already";
+  folder.write("file", "x");
+  EXPECT_EQ(tq::MakeFolderTree(folder.at("file")), 1) << "a file of that name";
+  EXPECT_EQ(tq::MakeFolderTree(folder.at("file\\below")), 1) << "a file in the way";
+  EXPECT_EQ(tq::MakeFolderTree("Q:\\"), 0) << "a drive root is not looked at";
+  EXPECT_EQ(tq::MakeFolderTree("Q"), 1) << "too short to be a folder";
+}
+
+TEST(CountUniqueName, TakesTheFirstFreeNumber) {
+  tq::test::TestFolder folder;
+  folder.write("abc00000.tmp", "");
+  folder.write("abc00002.tmp", "");
+  std::string path;
+  ASSERT_TRUE(tq::count_unique_name(folder.path(), "abc", path));
+  EXPECT_EQ(path, folder.at("abc00001.tmp"));
+  EXPECT_FALSE(folder.exists("abc00001.tmp"));
+}
+
+TEST(ReplaceContent, EveryFailureLeavesTheOldFileOrTheNew) {
+  for (const auto kind : {fault::Kind::kFail, fault::Kind::kDiskFull, fault::Kind::kCrash}) {
+    for (int nth = 1;; ++nth) {
+      SCOPED_TRACE(nth);
+      tq::test::TestFolder folder;
+      folder.write("target", "old");
+      const int open_before = fault::open_handles();
+      fault::FailNth failing(nth, kind);
+      const bool ok = tq::replace_content(folder.at("target"), std::string(5000, 'n')).ok();
+      const bool hit = failing.hit();
+      EXPECT_EQ(fault::open_handles(), open_before);
+      fault::disarm();
+      EXPECT_EQ(folder.read("target"), ok ? std::string(5000, 'n') : "old");
+      // Only a killed process may leave its temporary file behind.
+      if (kind != fault::Kind::kCrash) {
+        EXPECT_EQ(folder.contents().size(), 1U);
+      }
+      if (!hit) {
+        EXPECT_TRUE(ok);
+        break;
+      }
+    }
+  }
+}
+
+}  // namespace

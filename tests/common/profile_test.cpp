@@ -1,0 +1,63 @@
+// Settings files: what others wrote in them stays as it was.
+#include "common/profile.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "support/test_folder.h"
+
+namespace {
+
+TEST(Profile, ReadsAsThePlatformsOwnReaderDoes) {
+  tq::test::TestFolder folder;
+  folder.write("f.ini",
+               "stray=1\r\n; comment\r\n[Other]\r\nkey=other\r\n[ Main ]\r\nKey = value one \r\n"
+               "quoted=\"  kept  \"\r\nnumber=-9x\r\nempty=\r\nkey=second\r\n");
+  tq::Profile profile;
+  ASSERT_TRUE(profile.load(folder.at("f.ini")).ok());
+  EXPECT_EQ(profile.text("MAIN", "KEY", "none"), "value one")
+      << "names ignore case, the first one counts";
+  EXPECT_EQ(profile.text("main", "quoted", "none"), "  kept  ");
+  EXPECT_EQ(profile.text("main", "missing", "none"), "none");
+  EXPECT_EQ(profile.text("main", "empty", "none"), "");
+  EXPECT_EQ(profile.text("nowhere", "key", "none"), "none");
+  EXPECT_EQ(profile.text("main", "stray", "none"), "none")
+      << "lines before any section belong to none";
+  EXPECT_EQ(profile.number("main", "number", 5), -9);
+  EXPECT_EQ(profile.number("main", "missing", 5), 5);
+  EXPECT_EQ(profile.number("main", "empty", 5), 0);
+}
+
+TEST(Profile, ChangesOneLineAndKeepsTheRest) {
+  struct Case {
+    const char* why;
+    std::string before, after;  // after setting [main] key=new
+  };
+  const Case cases[] = {
+      {"no file content", "", "[main]\r\nkey=new\r\n"},
+      {"changed in place", "[main]\nkey=old\nz=1\n", "[main]\nkey=new\nz=1\n"},
+      {"added to its section, before the blank line", ";c\r\n[MAIN]\r\na=1\r\n\r\n[b]\r\nkey=b\r\n",
+       ";c\r\n[MAIN]\r\na=1\r\nkey=new\r\n\r\n[b]\r\nkey=b\r\n"},
+      {"section added behind what is there", "[b]\nkey=b\nnonsense\n",
+       "[b]\nkey=b\nnonsense\n[main]\nkey=new\n"},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.why);
+    tq::test::TestFolder folder;
+    folder.write("f.ini", c.before);
+    tq::Profile profile;
+    ASSERT_TRUE(profile.load(folder.at("f.ini")).ok());
+    ASSERT_TRUE(profile.set("main", "key", "new").ok());
+    ASSERT_TRUE(profile.save().ok());
+    EXPECT_EQ(folder.read("f.ini"), c.after);
+  }
+}
+
+TEST(Profile, RefusesWhatWouldBecomeAnotherLine) {
+  tq::Profile profile;
+  EXPECT_FALSE(profile.set("main", "key", "a\nother=b").ok());
+  EXPECT_EQ(profile.text("main", "other", "none"), "none");
+}
+
+}  // namespace

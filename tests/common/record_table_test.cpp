@@ -1,0 +1,137 @@
+// The growable tables: the growth rule, the capacity word through every kind of move, and the
+// orders of the two documented sorts.
+#include "common/record_table.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <random>
+#include <vector>
+
+#include "common/sorting.h"
+
+namespace {
+
+struct Row {
+  int value;
+  std::int16_t spare;
+};
+
+}  // namespace
+
+template <>
+struct tq::RecordTraits<Row> {
+  static constexpr std::size_t kBlock = 10;
+  static std::int16_t& capacity(Row& first) { return first.spare; }
+};
+
+namespace {
+
+using Table = tq::RecordTable<Row>;
+
+std::vector<int> values(const Table& table) {
+  std::vector<int> out;
+  for (const Row& row : table.records()) out.push_back(row.value);
+  return out;
+}
+
+TEST(RecordTable, GrowsByTheRule) {
+  Table table;
+  ASSERT_TRUE(table.append({0, 0}));
+  EXPECT_EQ(table.capacity(), 20U) << "((1 + 9) / 10 + 1) * 10";
+  for (int i = 1; i < 19; ++i) ASSERT_TRUE(table.append({i, 77}));
+  EXPECT_EQ(table.capacity(), 20U) << "room for 19 while the capacity is 20";
+  ASSERT_TRUE(table.append({19, 77}));
+  EXPECT_EQ(table.capacity(), 30U) << "a capacity must exceed what is needed";
+  ASSERT_TRUE(table.allocate(10));
+  EXPECT_EQ(table.capacity(), 10U);
+  EXPECT_TRUE(table.empty());
+}
+
+TEST(RecordTable, ReleasesItsBlocks) {
+  const std::int32_t before = tq::live_tables();
+  {
+    Table table;
+    for (int i = 0; i < 500; ++i) ASSERT_TRUE(table.append({i, 0}));
+    Table moved(std::move(table));
+    EXPECT_EQ(tq::live_tables(), before + 1);
+  }
+  EXPECT_EQ(tq::live_tables(), before);
+}
+
+TEST(RecordTable, StopsWhereTheCapacityWordEnds) {
+  Table table;
+  int added = 0;
+  while (table.append({added, 0})) ++added;
+  EXPECT_EQ(added, 32766) << "a 16-bit capacity must exceed the count";
+  EXPECT_EQ(values(table).back(), added - 1);
+  EXPECT_EQ(table.capacity(), 32767U);
+}
+
+TEST(RecordTable, AgreesWithAVectorThroughEveryMove) {
+  std::mt19937 random(20261121);
+  Table table;
+  std::vector<int> model;
+  for (int step = 0; step < 4000; ++step) {
+    const auto place = model.empty() ? 0 : random() % (model.size() + 1);
+    const auto at = static_cast<std::ptrdiff_t>(place);
+    switch (random() % 5) {
+      case 0:
+      case 1:
+        ASSERT_TRUE(table.insert(place, {step, 99}));
+        model.insert(model.begin() + at, step);
+        break;
+      case 2:
+        ASSERT_EQ(table.erase(place), place < model.size());
+        if (place < model.size()) model.erase(model.begin() + at);
+        break;
+      case 3:
+        ASSERT_TRUE(table.insert(0, {step, 99}));
+        model.insert(model.begin(), step);
+        break;
+      default:
+        ASSERT_EQ(table.erase(0), !model.empty());
+        if (!model.empty()) model.erase(model.begin());
+        break;
+    }
+    ASSERT_EQ(values(table), model);
+    ASSERT_TRUE(table.empty() || table.capacity() > table.size());
+    for (std::size_t i = 1; i < table.size(); ++i)
+      ASSERT_EQ(table[i].spare, 0) << "one capacity only";
+  }
+}
+
+// The sorts as they are told, on the keys themselves.
+std::vector<int> literal(std::vector<int> keys, bool exchange) {
+  for (std::size_t i = 0; i + 1 < keys.size(); ++i) {
+    std::size_t smallest = i;
+    for (std::size_t j = i + 1; j < keys.size(); ++j) {
+      // The tens are the key; the ones tell equal keys apart.
+      if (exchange && keys[j] / 10 < keys[i] / 10) std::swap(keys[i], keys[j]);
+      if (!exchange && keys[j] / 10 < keys[smallest] / 10) smallest = j;
+    }
+    if (!exchange) std::swap(keys[i], keys[smallest]);
+  }
+  return keys;
+}
+
+TEST(Sorting, GivesTheLiteralOrderWithAndWithoutTies) {
+  std::mt19937 random(7);
+  for (int round = 0; round < 600; ++round) {
+    std::vector<int> keys(random() % 12);
+    const unsigned range = round % 3 == 0 ? 1000 : 4;  // mostly distinct, or mostly ties
+    for (std::size_t i = 0; i < keys.size(); ++i) {
+      keys[i] = static_cast<int>(random() % range * 10 + i % 10);
+    }
+    const auto before = [&](std::size_t a, std::size_t b) { return keys[a] / 10 < keys[b] / 10; };
+    for (const bool exchange : {true, false}) {
+      std::vector<int> sorted;
+      const auto order = exchange ? tq::exchange_order(keys.size(), before)
+                                  : tq::selection_order(keys.size(), before);
+      for (const auto place : order) sorted.push_back(keys[place]);
+      ASSERT_EQ(sorted, literal(keys, exchange)) << "round " << round << " exchange " << exchange;
+    }
+  }
+}
+
+}  // namespace

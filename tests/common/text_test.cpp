@@ -1,0 +1,72 @@
+// Bounded copies, decimal numbers and tokens, as every reader takes them from untrusted files.
+#include "common/text.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "base/sjis_literal.h"
+
+namespace {
+
+using namespace tq::literals;
+
+TEST(CopyText, NeverPassesTheBufferAndNeverHalvesACharacter) {
+  struct Case {
+    const char* why;
+    std::string text;
+    std::string kept;  // in a buffer of 5 bytes
+  };
+  const Case cases[] = {
+      {"fits with its terminator", "abcd", "abcd"},
+      {"one byte too long", "abcde", "abcd"},
+      {"character across the edge", "abc\x88\x9F", "abc"},
+      {"character that ends at the edge",
+       "ab\x88\x9F"
+       "c",
+       "ab\x88\x9F"},
+      {"lead byte that ends the text", "abc\x88", "abc\x88"},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.why);
+    char buffer[6] = {'#', '#', '#', '#', '#', '#'};
+    tq::copy_text(buffer, 5, c.text);
+    EXPECT_EQ(std::string(buffer), c.kept);
+    EXPECT_EQ(buffer[5], '#');
+  }
+}
+
+TEST(Decimal, TakesWhatStandsInFront) {
+  struct Case {
+    const char* text;
+    int value;
+  };
+  const Case cases[] = {
+      {"", 0},
+      {"12x", 12},
+      {"x12", 0},
+      {" \t-7", -7},
+      {"+3", 3},
+      {"- 3", 0},
+      {"--3", 0},
+      {"007", 7},
+      {"2147483647", 2147483647},
+      {"99999999999999999999", 2147483647},
+      {"-99999999999999999999", -2147483647 - 1},
+  };
+  for (const Case& c : cases) EXPECT_EQ(tq::decimal(c.text), c.value) << c.text;
+  EXPECT_EQ(tq::decimal16("65537"), 1) << "the low 16 bits, as a 16-bit field takes them";
+}
+
+TEST(Tokens, RunsOfSeparatorsCountAsOne) {
+  tq::Tokens tokens(",,a,b,,:c:,");
+  std::vector<std::string> taken;
+  std::string_view token;
+  while (taken.size() < 2 && tokens.next(',', token)) taken.emplace_back(token);
+  while (tokens.next(':', token)) taken.emplace_back(token);
+  EXPECT_EQ(taken, (std::vector<std::string>{"a", "b", ",", "c", ","}));
+  EXPECT_FALSE(tokens.next(',', token));
+}
+
+}  // namespace
