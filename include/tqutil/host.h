@@ -19,11 +19,12 @@ short TQ_CALL tqPathFromNative(const char* native, char* path) TQ_NOEXCEPT;
  * the buffer is empty then. */
 short TQ_CALL tqPathToNative(const char* path, char* native, int32_t size) TQ_NOEXCEPT;
 
-/* Text conversion between UTF-8 and Shift-JIS (code page 932). Both need no terminator in the input
- * and write one. The number of bytes that the whole result needs without the terminator; when that
- * is `size` or more, the buffer holds only what fits, cut at a character, so a call with size 0
- * measures. -1 - p when the character at byte p of the input cannot be converted: the buffer then
- * holds what stands before it. */
+/* Text conversion between UTF-8 and Shift-JIS (code page 932). `length` counts the input's bytes,
+ * which need no terminator; the output gets one. The result is the number of bytes that the whole
+ * result needs without it; when that is `size` or more the buffer holds what fits, cut at a
+ * character, so a call with size 0 measures. To Shift-JIS, -1 - p when the character at byte p is
+ * malformed or has no code: the buffer then holds what stands before it. To UTF-8, what is
+ * malformed becomes U+FFFD. -1 for null or when memory is out. */
 int32_t TQ_CALL tqUtf8ToSjis(const char* utf8, int32_t length, char* sjis,
                              int32_t size) TQ_NOEXCEPT;
 int32_t TQ_CALL tqSjisToUtf8(const char* sjis, int32_t length, char* utf8,

@@ -269,10 +269,10 @@ typedef struct tTQ_SIBLINGS {
  * small to hold anything. Call it before opening objects: open ones keep the folders that they
  * asked for. */
 short TQ_CALL tqSetSiblings(const tTQ_SIBLINGS* siblings) TQ_NOEXCEPT;
-/* Copies the tables in force out, so that an application's entry can call the default behind it.
- * `size` and the six pointers (to tables with their own `size`) must be set by the caller. 0, or 1.
- */
-short TQ_CALL tqGetSiblings(const tTQ_SIBLINGS* siblings) TQ_NOEXCEPT;
+/* Points the six pointers at the tables in force, so that an application's entry can call what was
+ * there before. The tables belong to the library and change with the next tqSetSiblings. 0, or 1
+ * when `size` is too small. */
+short TQ_CALL tqGetSiblings(tTQ_SIBLINGS* siblings) TQ_NOEXCEPT;
 
 TQ_END_DECLS
 

@@ -1,0 +1,57 @@
+// The built-in common field library: folders from the home folder's settings.
+#include <string_view>
+
+#include "common/text.h"
+#include "siblings/builtins.h"
+#include "siblings/home.h"
+#include "tqutil/records.h"
+
+namespace tq {
+namespace {
+
+struct FolderDefault {
+  std::string_view key;       // in [folders] of tqutil.ini
+  std::string_view fallback;  // under the home folder
+};
+
+constexpr FolderDefault kProgram = {"program", "program"};
+constexpr FolderDefault kDefinition = {"definition", "definition"};
+constexpr FolderDefault kData = {"data", "data"};
+constexpr FolderDefault kWork = {"work", "work"};
+constexpr FolderDefault kBackup = {"backup", "backup"};
+constexpr FolderDefault kGroup = {"group", "group"};
+constexpr FolderDefault kMember = {"member", "member"};
+constexpr FolderDefault kFields1 = {"fields1", "fields\\1"};
+constexpr FolderDefault kFields2a = {"fields2a", "fields\\2a"};
+constexpr FolderDefault kFields2b = {"fields2b", "fields\\2b"};
+constexpr FolderDefault kFields3 = {"fields3", "fields\\3"};
+
+template <const FolderDefault& kFolder>
+void TQ_CALL get_folder(void*, char* folder) {
+  try {
+    copy_text(folder, TQ_PATH_SIZE, configured_folder(kFolder.key, kFolder.fallback));
+  } catch (...) {  // out of memory: no folder
+    copy_text(folder, TQ_PATH_SIZE, {});
+  }
+}
+
+}  // namespace
+
+tFLDCOM_API builtin_fldcom() {
+  tFLDCOM_API api{};
+  api.size = sizeof api;
+  api.FldComGetProgramFolder = get_folder<kProgram>;
+  api.FldComGetDefFolder = get_folder<kDefinition>;
+  api.FldComGetDataFolder = get_folder<kData>;
+  api.FldComGetWorkFolder = get_folder<kWork>;
+  api.FldComGetBackupFolder = get_folder<kBackup>;
+  api.FldComGetGroupFolder = get_folder<kGroup>;
+  api.FldComGetMemberFolder = get_folder<kMember>;
+  api.FldComGetFldFolder1 = get_folder<kFields1>;
+  api.FldComGetFldFolder2a = get_folder<kFields2a>;
+  api.FldComGetFldFolder2b = get_folder<kFields2b>;
+  api.FldComGetFldFolder3 = get_folder<kFields3>;
+  return api;
+}
+
+}  // namespace tq

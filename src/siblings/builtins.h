@@ -1,0 +1,14 @@
+// The built-in default of each sibling: one file a table.
+#pragma once
+
+#include "tqutil/siblings.h"
+
+namespace tq {
+
+// Folders and captions from `tqutil.ini` in the home folder, field files in their documented form.
+tFLDCOM_API builtin_fldcom();
+
+// Converts nothing and has no mail store.
+tADRCONV_API builtin_adrconv();
+
+}  // namespace tq

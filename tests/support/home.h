@@ -1,0 +1,26 @@
+// A home folder of the test's own for the built-in siblings: every folder that the library asks for
+// lies in it, under its default name.
+#pragma once
+
+#include <filesystem>
+#include <string>
+
+#include "support/scoped_variable.h"
+#include "support/test_folder.h"
+
+namespace tq::test {
+
+class TestHome : public TestFolder {
+ public:
+  TestHome() : TestFolder("home"), variable_("TQUTIL_HOME", utf8(native())) {}
+
+ private:
+  static std::string utf8(const std::filesystem::path& path) {
+    const std::u8string text = path.u8string();
+    return {text.begin(), text.end()};
+  }
+
+  ScopedVariable variable_;
+};
+
+}  // namespace tq::test
