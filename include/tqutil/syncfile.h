@@ -43,14 +43,14 @@ class TQ_API CSyncFileCtl {
   short Write(short renumber);
 
   short GetSyncFileCnt();
-  short SetSyncType(short type);
+  void SetSyncType(short type);
   short GetSyncType();
-  /* The setters ignore null and keep at most 129 bytes; they give 0. The getters need 130 bytes and
+  /* The setters ignore null and keep at most 129 bytes. The getters need 130 bytes and
    * give the length of what the buffer held before the copy, so hand over a terminated buffer; null
    * gives 0. */
-  short SetTitle(const char* title);
+  void SetTitle(const char* title);
   short GetTitle(char* title);
-  short SetMemo(const char* memo);
+  void SetMemo(const char* memo);
   short GetMemo(char* memo);
   /* Sync flag n, 0-19. Outside: 1 and -1. */
   short SetSyncFlg(short n, short value);

@@ -1,0 +1,295 @@
+// One group in memory, through the class and through handles.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstring>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "support/home.h"
+#include "support/records.h"
+#include "tqutil/syncfile.h"
+
+namespace {
+
+using tq::test::Info;
+using tq::test::TestHome;
+
+void add(CSyncFileCtl& group, short place, const std::string& text) {
+  Info info;
+  std::strcpy(info.memberText, text.c_str());
+  ASSERT_EQ(group.AddSyncFileInfo(place, &info), 0);
+}
+
+std::string member_text(CSyncFileCtl& group, short i) {
+  Info info;
+  return group.GetSyncFileInfo(i, &info) == 0 ? info.memberText : "?";
+}
+
+TEST(SyncGroup, HeaderFields) {
+  TestHome home;
+  CSyncFileCtl group;
+  group.Create();
+  char buffer[TQ_TITLE_SIZE] = "previous";
+  group.SetTitle("title");
+  group.SetTitle(nullptr);
+  EXPECT_EQ(group.GetTitle(buffer), 8) << "the length of what the buffer held before";
+  EXPECT_STREQ(buffer, "title");
+  EXPECT_EQ(group.GetTitle(buffer), 5);
+  EXPECT_EQ(group.GetTitle(nullptr), 0);
+  std::memset(buffer, '#', sizeof buffer);
+  EXPECT_EQ(group.GetMemo(buffer), 130) << "no terminator in the buffer: its whole size";
+  EXPECT_STREQ(buffer, "");
+  group.SetMemo((std::string(128, 'x') + "\x88\x9F").c_str());
+  group.GetMemo(buffer);
+  EXPECT_EQ(std::string(buffer), std::string(128, 'x')) << "no half character at the end";
+  EXPECT_EQ(group.SetSyncFlg(20, 1), 1);
+  EXPECT_EQ(group.SetSyncFlg(-1, 1), 1);
+  EXPECT_EQ(group.GetSyncFlg(20), -1);
+  EXPECT_EQ(group.SetSyncFlg(0, -5), 0);
+  EXPECT_EQ(group.GetSyncFlg(0), -5);
+}
+
+TEST(SyncGroup, AddingPutsAMemberBeforeAllButTheLast) {
+  TestHome home;
+  CSyncFileCtl group;
+  group.Create();
+  add(group, -1, "a");
+  add(group, 0, "b");  // count 1: 0 is not below count - 1, so it goes to the end
+  add(group, 1, "c");  // the last place: to the end again
+  add(group, 0, "d");
+  add(group, 99, "e");
+  std::string order;
+  for (short i = 0; i < group.GetSyncFileCnt(); ++i) order += member_text(group, i);
+  EXPECT_EQ(order, "dabce");
+  char id[TQ_FILE_ID_SIZE];
+  EXPECT_EQ(group.GetSyncFileID(0, id), 0);
+  EXPECT_STREQ(id, "000003") << "ids are given out in the order of adding";
+  EXPECT_EQ(group.GetSyncFilePos("000003"), 0);
+  EXPECT_EQ(group.AddSyncFileInfo(-1, nullptr), 0) << "an empty member";
+  EXPECT_EQ(group.GetSyncFileID(5, id), 0);
+  EXPECT_STREQ(id, "");
+  EXPECT_EQ(group.DeleteSyncFileInfo(0), 0);
+  add(group, -1, "f");
+  EXPECT_EQ(group.GetSyncFilePos("000003"), 5) << "the lowest free id is given out again";
+}
+
+TEST(SyncGroup, AgreesWithAVectorOverRandomSteps) {
+  TestHome home;
+  CSyncFileCtl group;
+  group.Create2();
+  std::vector<std::string> model;
+  std::mt19937 random(11);
+  for (int step = 0; step < 600; ++step) {
+    const int count = static_cast<int>(model.size());
+    const int place = static_cast<int>(random() % static_cast<unsigned>(count + 3)) - 1;
+    if (random() % 3 != 0) {
+      const std::string text = std::to_string(step);
+      add(group, static_cast<short>(place), text);
+      const int at = place >= 0 && place < count - 1 ? place : count;
+      model.insert(model.begin() + at, text);
+    } else {
+      const bool there = place >= 0 && place < count;
+      ASSERT_EQ(group.DeleteSyncFileInfo(static_cast<short>(place)), there ? 0 : 1);
+      if (there) model.erase(model.begin() + place);
+    }
+    ASSERT_EQ(static_cast<std::size_t>(group.GetSyncFileCnt()), model.size());
+    for (std::size_t i = 0; i < model.size(); ++i) {
+      ASSERT_EQ(member_text(group, static_cast<short>(i)), model[i]);
+    }
+  }
+}
+
+TEST(SyncGroup, MemberFieldsAndTheirLimits) {
+  TestHome home;
+  CSyncFileCtl group;
+  group.Create();
+  add(group, -1, "m");
+  Info info;
+  info.appType = 1000;
+  info.trFlg[7] = 3;
+  info.sts[2] = 9;
+  EXPECT_EQ(group.SetSyncFileInfo(1, &info), 1);
+  EXPECT_EQ(group.SetSyncFileInfo(0, nullptr), 0);
+  EXPECT_EQ(group.SetSyncFileInfo(0, &info), 0);
+  EXPECT_EQ(group.GetSyncTrFlg(0, 7), 3);
+  EXPECT_EQ(group.GetSyncFileSts(0, 2), 0) << "status words are not taken from a record";
+  EXPECT_EQ(group.SetSyncFileSts(0, 2, -2), 0);
+  EXPECT_EQ(group.GetSyncFileInfo(0, &info), 0);
+  EXPECT_EQ(info.sts[2], -2) << "but given out";
+  EXPECT_EQ(group.GetSyncFileSts2("000000", 2), -2);
+  EXPECT_EQ(group.GetSyncFileSts2("none", 2), -1);
+  EXPECT_EQ(group.GetSyncFileSts2(nullptr, 2), -1);
+  for (const short n : {short{-1}, short{20}, short{30000}}) {
+    EXPECT_EQ(group.SetSyncTrFlg(0, n, 1), 1);
+    EXPECT_EQ(group.GetSyncTrFlg(0, n), -1);
+    EXPECT_EQ(group.SetSyncFileSts(0, n, 1), 1);
+    EXPECT_EQ(group.GetSyncFileSts(0, n), -1);
+  }
+  char text[TQ_PATH_SIZE] = "value";
+  EXPECT_EQ(group.SetSyncFileSrchFile(0, text), -1) << "always -1, success included";
+  EXPECT_EQ(group.GetSyncFileSrchFile(0, text), -1);
+  EXPECT_STREQ(text, "value");
+  EXPECT_EQ(group.SetSyncFileFldFile(5, text), -1);
+  EXPECT_EQ(group.SetSyncFileFldFile(0, nullptr), -1);
+}
+
+TEST(SyncGroup, DeletingAMemberDeletesItsTemporaryFiles) {
+  TestHome home;
+  home.write("work\\keep.tmp", "");
+  home.write("work\\ab1.tmp", "");
+  home.write("work\\ab2.tmp", "");
+  home.write("work\\new.tmp", "");
+  home.make_folder("work\\ab3.tmp");
+  CSyncFileCtl group;
+  group.Create();
+  add(group, -1, "m");
+  Info info;
+  std::strcpy(info.tmpFileO, home.at("work\\ab*.tmp").c_str());
+  std::strcpy(info.tmpFileN, home.at("work\\new.tmp").c_str());
+  group.SetSyncFileInfo(0, &info);
+  EXPECT_EQ(group.DeleteSyncFileInfo(0), 0);
+  EXPECT_FALSE(home.exists("work\\ab1.tmp"));
+  EXPECT_FALSE(home.exists("work\\ab2.tmp"));
+  EXPECT_FALSE(home.exists("work\\new.tmp"));
+  EXPECT_TRUE(home.exists("work\\ab3.tmp")) << "folders stay";
+  EXPECT_TRUE(home.exists("work\\keep.tmp"));
+}
+
+TEST(SyncGroup, FieldFileCopiesAndPrivateNames) {
+  TestHome home;
+  home.write("source.fld", "fields");
+  CSyncFileCtl group;
+  group.Create();
+  add(group, -1, "a");
+  add(group, -1, "b");
+  ASSERT_EQ(group.Write(0), 0);
+  EXPECT_EQ(group.AddSyncFileFldFile(9, "x"), 1);
+  EXPECT_EQ(group.AddSyncFileFldFile(0, home.at("source.fld").c_str()), 0);
+  EXPECT_EQ(group.AddSyncFileFldFile(1, home.at("missing.fld").c_str()), 0);
+  char name[TQ_PATH_SIZE] = "";
+  group.GetSyncFileFldFile(0, name);
+  const std::string prefix = home.at("member\\000\\");
+  ASSERT_EQ(std::string(name).substr(0, prefix.size() + 3), prefix + "fld");
+  EXPECT_EQ(home.read(std::string(name).substr(home.path().size() + 1)), "fields");
+  group.GetSyncFileFldFile(1, name);
+  EXPECT_STREQ(name, "") << "a copy that fails changes nothing";
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(home.native("member\\000")), {}), 1)
+      << "and leaves nothing behind";
+
+  char first[TQ_PATH_SIZE], again[TQ_PATH_SIZE], other[TQ_PATH_SIZE];
+  EXPECT_EQ(group.GetSyncCsvHeadPath(0, first), 0);
+  EXPECT_EQ(group.GetSyncCsvHeadPath(1, other), 0);
+  EXPECT_STRNE(first, other);
+  EXPECT_EQ(group.DeleteSyncFileInfo(0), 0);
+  EXPECT_EQ(group.GetSyncCsvHeadPath(0, again), 0);
+  EXPECT_STREQ(again, other) << "the name goes with its member";
+  EXPECT_EQ(group.GetSyncCsvHeadPath(1, again), -1);
+}
+
+TEST(SyncHandles, SlotsAndDeadHandles) {
+  TestHome home;
+  std::vector<int32_t> open;
+  for (int i = 0; i < 10; ++i) open.push_back(CreateSyncFile());
+  EXPECT_EQ(open, (std::vector<int32_t>{1, 2, 3, 4, 5, 6, 7, 8, 9, 10}));
+  EXPECT_EQ(CreateSyncFile(), 0);
+  EXPECT_EQ(CloseSyncFile(4), 0);
+  EXPECT_EQ(CloseSyncFile(4), 0) << "an empty slot";
+  EXPECT_EQ(OpenSyncFile("", "R"), 0) << "a failing open leaves the slot empty";
+  EXPECT_EQ(CreateSyncFile2(), 4);
+  for (const int32_t handle : open) EXPECT_EQ(CloseSyncFile(handle), 0);
+  EXPECT_EQ(CloseSyncFile(0), 1);
+
+  for (const int32_t dead : {0, 1, 11, -1, 2000000000}) {
+    SCOPED_TRACE(dead);
+    Info info;
+    tq::test::Group grp;
+    short pos = 0;
+    char text[TQ_PATH_SIZE] = "";
+    EXPECT_EQ(ReadSyncFile(dead), -1);
+    EXPECT_EQ(GetSyncTrFlg(0, 0, dead), -1);
+    EXPECT_EQ(GetSyncFileSts(0, 0, dead), -1);
+    EXPECT_EQ(GetSyncFileSts2("", 0, dead), -1);
+    EXPECT_EQ(GetSyncFilePos("", dead), -1);
+    const short ones[] = {WriteSyncFile(0, dead),
+                          SetSyncReadMode(text, text, dead),
+                          ReSaveSyncRead2Normal("", "", "", dead),
+                          GetSyncFileCnt(dead),
+                          SetSyncType(1, dead),
+                          GetSyncType(dead),
+                          SetSyncTitle("", dead),
+                          GetSyncTitle(text, dead),
+                          SetSyncMemo("", dead),
+                          GetSyncMemo(text, dead),
+                          SetSyncFlg(0, 0, dead),
+                          GetSyncFlg(0, dead),
+                          GetSyncGrpID(text, dead),
+                          GetSyncGrpPath(text, dead),
+                          GetSyncFilePath(text, dead),
+                          SetSyncFileInfo(0, &info, dead),
+                          AddSyncFileInfo(0, &info, dead),
+                          GetSyncFileInfo(0, &info, dead),
+                          GetSyncFileID(0, text, dead),
+                          DeleteSyncFileInfo(0, dead),
+                          SetSyncTrFlg(0, 0, 0, dead),
+                          SetSyncFileSts(0, 0, 0, dead),
+                          AddSyncFileFldFile(0, "", dead),
+                          SetSyncFileFldFile(0, text, dead),
+                          GetSyncFileFldFile(0, text, dead),
+                          SetSyncFileTmpFileN(0, text, dead),
+                          GetSyncFileTmpFileN(0, text, dead),
+                          SetSyncFileTmpFileO(0, text, dead),
+                          GetSyncFileTmpFileO(0, text, dead),
+                          SetSyncFileSrchFile(0, text, dead),
+                          GetSyncFileSrchFile(0, text, dead),
+                          GetSyncCsvHeadPath(0, text, dead),
+                          GetSyncGrpNext(&pos, &grp, dead),
+                          GetSyncGrpInfo(0, &grp, dead),
+                          DeleteSyncGrpInfo(0, dead)};
+    EXPECT_TRUE(std::all_of(std::begin(ones), std::end(ones), [](short v) { return v == 1; }));
+  }
+}
+
+TEST(SyncHandles, FlatFunctionsReachTheirMembers) {
+  TestHome home;
+  const int32_t handle = CreateSyncFile();
+  char text[TQ_PATH_SIZE] = "";
+  EXPECT_EQ(SetSyncType(5, handle), 0);
+  EXPECT_EQ(GetSyncType(handle), 5);
+  EXPECT_EQ(SetSyncTitle("title", handle), 0);
+  EXPECT_EQ(SetSyncMemo("memo", handle), 0);
+  Info info;
+  std::strcpy(info.memberText, "m");
+  EXPECT_EQ(AddSyncFileInfo(-1, &info, handle), 0);
+  EXPECT_EQ(SetSyncTrFlg(0, 1, 4, handle), 0);
+  EXPECT_EQ(SetSyncFileTmpFileO(0, text, handle), -1);
+  EXPECT_EQ(WriteSyncFile(0, handle), 0);
+  EXPECT_EQ(GetSyncGrpID(text, handle), 0);
+  EXPECT_STREQ(text, "000");
+  EXPECT_EQ(GetSyncFilePath(text, handle), 0);
+  EXPECT_EQ(text, home.at("member\\000"));
+  EXPECT_EQ(GetSyncGrpPath(text, handle), 0);
+  EXPECT_EQ(CloseSyncFile(handle), 0);
+
+  const int32_t reading = OpenSyncFile(text, "rb");
+  EXPECT_EQ(ReadSyncFile(reading), 1);
+  EXPECT_EQ(GetSyncTrFlg(0, 1, reading), 4);
+  EXPECT_EQ(WriteSyncFile(0, reading), 1) << "read-only";
+  EXPECT_EQ(CloseSyncFile(reading), 0);
+
+  short count = -1;
+  const int32_t listing = GetSyncGrpInit(&count);
+  EXPECT_EQ(count, 1);
+  tq::test::Group grp;
+  short pos = -1;
+  EXPECT_EQ(GetSyncGrpNext(&pos, &grp, listing), 0);
+  EXPECT_STREQ(grp.title, "title");
+  EXPECT_EQ(grp.fileCnt, 1);
+  EXPECT_EQ(GetSyncGrpNext(&pos, &grp, listing), 1);
+  EXPECT_EQ(DeleteSyncGrpInfo(pos, listing), 0);
+  EXPECT_EQ(GetSyncGrpInfo(pos, &grp, listing), 1);
+  EXPECT_EQ(GetSyncGrpClose(listing), 0);
+}
+
+}  // namespace

@@ -1,0 +1,129 @@
+// Ids as text, and the two forms of group and member records.
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
+
+#include "common/table_memory.h"
+#include "support/records.h"
+#include "tqutil/records.h"
+
+namespace {
+
+TEST(SyncIds, TextAndBack) {
+  struct Case {
+    const char* why;
+    tSYNC_ID id;
+    const char *grp, *file, *sync;
+  };
+  const Case cases[] = {
+      {"padded", {1, 2, 345, 0}, "001", "001002", "001002000000345"},
+      {"zero", {0, 0, 0, 7}, "000", "000000", "000000000000000"},
+      {"full places", {999, 999, 999999999, 0}, "999", "999999", "999999999999999"},
+      {"wider than their places: printed in full",
+       {65535, 1000, 4294967295U, 0},
+       "65535",
+       "655351000",
+       "6553510004294967295"},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.why);
+    char grp[6], file[11], sync[TQ_SYNC_ID_SIZE];
+    tqSyncIdVal2Str(&c.id, grp, file, sync);
+    EXPECT_STREQ(grp, c.grp);
+    EXPECT_STREQ(file, c.file);
+    EXPECT_STREQ(sync, c.sync);
+    char only[TQ_SYNC_ID_SIZE] = "before";
+    tqSyncIdVal2Str(&c.id, nullptr, nullptr, only);
+    EXPECT_STREQ(only, c.sync) << "a null output is passed over, the others are filled";
+    tqRecIdVal2Str(&c.id, nullptr, only);
+    EXPECT_STREQ(only, c.file);
+  }
+}
+
+TEST(SyncIds, ReadAtFixedPlacesWithoutValidation) {
+  struct Case {
+    const char* why;
+    const char* text;
+    unsigned grp, file, rec;
+  };
+  const Case cases[] = {
+      {"nominal", "001002000000345", 1, 2, 345},
+      {"what follows does not count", "0010020000003459", 1, 2, 345},
+      {"short texts", "00100", 1, 0, 0},
+      {"empty", "", 0, 0, 0},
+      {"letters end a number", "0a1x02000012b45", 0, 0, 12},
+      {"blanks and signs as the number routines take them", " 12+34 -5000000", 12, 34,
+       4294967291U - 4999995},
+      {"negative group wraps to 16 bits", "-01002", 65535, 2, 0},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.why);
+    tSYNC_ID id = {9, 9, 9, 42};
+    tqSyncIdStr2Val(c.text, &id);
+    EXPECT_EQ(id.grp, c.grp);
+    EXPECT_EQ(id.file, c.file);
+    EXPECT_EQ(id.rec, c.rec);
+    EXPECT_EQ(id.cap, 42U) << "no part of the identity";
+    tqRecIdStr2Val(c.text, &id);
+    EXPECT_EQ(id.grp, c.grp);
+    EXPECT_EQ(id.file, c.file);
+    EXPECT_EQ(id.rec, 0U);
+  }
+}
+
+TEST(SyncInfo, FlatFormAndBack) {
+  const std::int32_t before = tq::live_tables();
+  {
+    tq::test::Info from;
+    tq::test::Info to;
+    std::strcpy(from.fldFile, "fld");
+    std::strcpy(from.memberText, std::string(261, 'm').c_str());
+    std::strcpy(from.tmpFileO, "old");
+    std::strcpy(from.tmpFileN, "new");
+    std::strcpy(from.srchFile, "search");
+    from.sts[9] = -70000;
+    from.trFlg[19] = -2;
+    from.appType = 1000;
+    from.appType2 = -1;
+    tSYNC_INFO2 flat{};
+    EXPECT_EQ(SyncInfoCopy(&from, &flat), 0);
+    EXPECT_EQ(SyncInfoCopy2(&flat, &to), 0);
+    EXPECT_STREQ(to.memberText, from.memberText);
+    EXPECT_STREQ(to.srchFile, "search");
+    EXPECT_EQ(to.sts[9], -70000);
+    EXPECT_EQ(to.trFlg[19], -2);
+    EXPECT_EQ(to.appType, 1000);
+    EXPECT_EQ(to.appType2, -1);
+    EXPECT_EQ(SyncInfoFree(&to), 0);
+    EXPECT_EQ(SyncInfoFree(&to), 0) << "harmless when repeated";
+    EXPECT_EQ(to.fldFile, nullptr);
+  }
+  EXPECT_EQ(tq::live_tables(), before);
+}
+
+TEST(SyncGrp, FlatFormAndBack) {
+  tq::test::Group from;
+  tq::test::Group to;
+  std::strcpy(from.id, "012");
+  std::strcpy(from.title, std::string(129, 't').c_str());
+  std::strcpy(from.filePath, "Z:\\m\\012");
+  from.syncType = 5;
+  from.fileCnt = 3;
+  from.syncFlg[19] = 1;
+  tSYNC_GRP2 flat{};
+  flat.pos = 7;
+  flat.cap = 8;
+  SyncGrpCopy(&from, &flat);
+  EXPECT_EQ(flat.pos, 7);
+  EXPECT_EQ(flat.cap, 8);
+  SyncGrpCopy2(&flat, &to);
+  EXPECT_STREQ(to.id, "012");
+  EXPECT_STREQ(to.title, from.title);
+  EXPECT_STREQ(to.filePath, "Z:\\m\\012");
+  EXPECT_EQ(to.syncType, 5);
+  EXPECT_EQ(to.fileCnt, 3);
+  EXPECT_EQ(to.syncFlg[19], 1);
+}
+
+}  // namespace
