@@ -10,10 +10,12 @@ export WINEPREFIX=$1 WINEDEBUG=${WINEDEBUG:--all} WINEDLLOVERRIDES=${WINEDLLOVER
 shift
 use_wine32
 
-# Wine takes the code page from the locale's language. The UTF-8 locale gives the same 932 as a
-# Shift-JIS one, and keeps the names of files in UTF-8 on the Linux side whatever locales the
-# machine has.
+# Wine takes the code page from the locale's language, and the names of files on the Linux side from
+# its character set: the UTF-8 locale gives 932 and keeps those names whole. Where the machine does
+# not have that locale the prefix gets one of its own.
 japanese_wine() { env LC_ALL=ja_JP.UTF-8 wine "$@"; }
+locales=$WINEPREFIX/locale
+if ! locale -a | grep -qix 'ja_JP.utf-\?8'; then export LOCPATH=$locales; fi
 
 # A prefix made without 32-bit support never gets it later, hence two marks.
 ready=$WINEPREFIX/.ready${WINEDLLPATH:+32}
@@ -22,6 +24,10 @@ if [ ! -e "$ready" ]; then
   exec 9>"$WINEPREFIX/.lock"
   flock 9
   if [ ! -e "$ready" ]; then
+    if [ -n "${LOCPATH:-}" ]; then
+      mkdir -p "$locales"
+      localedef -i ja_JP -f UTF-8 "$locales/ja_JP.UTF-8" # from the package "locales"
+    fi
     japanese_wine wineboot --update >/dev/null 2>&1 9>&-
     WINEPREFIX=$WINEPREFIX wineserver --wait 9>&- || true
     # Wine copies all its libraries with their debug information, more than a gigabyte.

@@ -7,6 +7,7 @@
 #include "platform/fault.h"
 #include "support/scoped_variable.h"
 #include "support/test_folder.h"
+#include "support/wine.h"
 
 namespace tq::platform {
 namespace {
@@ -139,8 +140,7 @@ TEST_F(Platform, AppendGoesToTheEndWhateverWasRead) {
   EXPECT_EQ(folder_.read("a.txt"), "onetwothree");
 }
 
-// --- Names
-// -----------------------------------------------------------------------------------------
+// --- Names --------------------
 
 TEST_F(Platform, NamesAreFoundInAnyCase) {
   folder_.write("Sub\\表計算ａ.Txt"_sjis, "x");
@@ -198,8 +198,7 @@ TEST_F(Platform, HostilePathsTouchNothing) {
   EXPECT_EQ(folder_.contents(), before);
 }
 
-// --- Folders
-// ---------------------------------------------------------------------------------------
+// --- Folders --------------------
 
 TEST_F(Platform, ListingIsInNameOrder) {
   for (const char* name :
@@ -258,8 +257,7 @@ TEST_F(Platform, UniqueFiles) {
   EXPECT_EQ(unique_file(folder_.at("none"), "a", first).code(), Code::kNotFound);
 }
 
-// --- Attributes and times
-// --------------------------------------------------------------------------
+// --- Attributes and times --------------------
 
 TEST_F(Platform, Attributes) {
   folder_.write("a.txt", "a");
@@ -269,15 +267,17 @@ TEST_F(Platform, Attributes) {
   EXPECT_EQ(attributes(folder_.at("none")), kNoAttributes);
   EXPECT_EQ(attributes(folder_.at("none\\a")), kNoAttributes);
   EXPECT_EQ(attributes(folder_.at("sub")) & (kFolder | kReadOnly), kFolder);
+  // Wine always says archive, and does not keep a folder's read-only bit for the superuser.
+  const std::uint32_t unkept = test::under_wine() ? kArchive | kNormal : 0;
   for (const std::uint32_t bits :
-       {kReadOnly | kHidden, kSystem | kArchive, kHidden, kReadOnly | kArchive}) {
+       {kReadOnly | kHidden, kSystem | kArchive, kHidden, kReadOnly | kArchive, kNormal}) {
     EXPECT_TRUE(set_attributes(path, bits).ok());
-    EXPECT_EQ(attributes(path), bits);
+    EXPECT_EQ(attributes(path) | unkept, bits | unkept);
   }
-  EXPECT_TRUE(set_attributes(path, kNormal).ok());
-  EXPECT_EQ(attributes(path), kNormal);
   EXPECT_TRUE(set_attributes(folder_.at("sub"), kHidden | kReadOnly).ok());
-  EXPECT_EQ(attributes(folder_.at("sub")), kHidden | kReadOnly | kFolder);
+  if (!test::under_wine()) {
+    EXPECT_EQ(attributes(folder_.at("sub")), kHidden | kReadOnly | kFolder);
+  }
   File file;  // a folder's read-only bit protects nothing in it
   EXPECT_TRUE(file.open(folder_.at("sub\\a.txt"), OpenMode::kCreateNew).ok());
   EXPECT_EQ(set_attributes(folder_.at("none"), kHidden).code(), Code::kNotFound);
@@ -304,7 +304,9 @@ TEST_F(Platform, FileTimes) {
     ASSERT_TRUE(set_attributes(path, bits).ok());
     ASSERT_TRUE(set_file_times(path, wanted).ok());
     ASSERT_TRUE(file_times(path, times).ok());
-    EXPECT_EQ(times.created, wanted.created);
+    if (!test::under_wine()) {
+      EXPECT_EQ(times.created, wanted.created);  // Wine cannot set it
+    }
     EXPECT_EQ(times.accessed, wanted.accessed);
     EXPECT_EQ(times.written, wanted.written);
   }
@@ -313,8 +315,10 @@ TEST_F(Platform, FileTimes) {
   ASSERT_TRUE(file.open(path, OpenMode::kUpdate).ok());
   ASSERT_TRUE(file.set_times({kIn1995, 0, kIn2001}).ok());
   ASSERT_TRUE(file.times(times).ok());
-  EXPECT_EQ(times.created, kIn1995);
-  EXPECT_EQ(times.accessed, wanted.accessed);  // 0 left it alone
+  if (!test::under_wine()) {
+    EXPECT_EQ(times.created, kIn1995);
+    EXPECT_EQ(times.accessed, wanted.accessed);  // 0 left it alone
+  }
   EXPECT_EQ(times.written, kIn2001);
   EXPECT_EQ(file_times(folder_.at("none"), times).code(), Code::kNotFound);
 }
@@ -338,8 +342,7 @@ TEST_F(Platform, Clock) {
   EXPECT_EQ(local.year, 0);
 }
 
-// --- Copying and replacing
-// -------------------------------------------------------------------------
+// --- Copying and replacing --------------------
 
 struct CopyCase {
   const char* why;
@@ -422,8 +425,7 @@ TEST_F(Platform, Replace) {
   EXPECT_EQ(folder_.read("sub\\fresh.txt"), "new");
 }
 
-// --- Faults
-// ----------------------------------------------------------------------------------------
+// --- Faults --------------------
 
 // Writes a file the safe way; true when all went well.
 bool save(const TestFolder& folder) {
@@ -488,8 +490,7 @@ TEST_F(Platform, AFailedCopyLeavesNoHalfFile) {
   }
 }
 
-// --- Memory and host
-// -------------------------------------------------------------------------------
+// --- Memory and host --------------------
 
 TEST_F(Platform, MovableMemoryIsZeroed) {
   for (const std::size_t size : {std::size_t{0}, std::size_t{1}, std::size_t{100'000}}) {

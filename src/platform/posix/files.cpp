@@ -197,10 +197,8 @@ bool File::is_open() const { return handle_ != kClosed; }
 Status File::open(std::string_view path, OpenMode mode) {
   if (is_open()) return refusal(Code::kBusy, "open", path, "another file is open here");
   const bool writing = mode != OpenMode::kRead && mode != OpenMode::kReadShared;
-  if (Status status = fault::gate("open", path, writing && mode != OpenMode::kUpdate);
-      !status.ok()) {
-    return status;
-  }
+  const bool creates = writing && mode != OpenMode::kUpdate;
+  if (Status status = fault::gate("open", path, creates); !status.ok()) return status;
   NativePath native(path);
   if (!native.status().ok()) return native.status();
   const int fd = posix::open_mode(native, mode);

@@ -1,0 +1,19 @@
+// The one place that turns the system's last error into our codes and texts.
+#pragma once
+
+#include <windows.h>
+
+#include <string_view>
+
+#include "base/status.h"
+
+namespace tq::platform::win32 {
+
+Code code_of(DWORD error);
+
+// "<doing> <path>: error <number>" for the last error. `path` is Shift-JIS.
+Status failure(const char* doing, std::string_view path);
+// The same for a refusal that is ours, in the same form.
+Status refusal(Code code, const char* doing, std::string_view path, const char* why);
+
+}  // namespace tq::platform::win32
