@@ -10,7 +10,7 @@ packages_win64=("${packages_linux[@]}" g++-mingw-w64-x86-64-posix binutils-mingw
 packages_win32=("${packages_win64[@]}" g++-mingw-w64-i686-posix)
 packages_bench=("${packages_linux[@]}" libbenchmark-dev)
 packages_fuzz=("${packages_linux[@]}" clang libclang-rt-14-dev)
-packages_checks=("${packages_linux[@]}" clang-format clang-tidy)
+packages_checks=("${packages_linux[@]}" git clang-format clang-tidy)
 
 # packages_for PRESET: prints the names of its packages.
 packages_for() {
