@@ -3,6 +3,10 @@
 //
 // A character that code page 932 does not have is a compile error. The text must not hold a zero
 // byte of its own, since the result carries no length.
+//
+// clang 14 crashes on a const object with a destructor whose initialiser both holds such a literal
+// and cannot be computed at compile time: `const std::string s = a + std::string("表"_sjis)`. Leave
+// out the const there.
 #pragma once
 
 #include <cstddef>

@@ -129,7 +129,8 @@ TEST(Names, PatternParts) {
   EXPECT_EQ(split_pattern("Z:\\a\\*.SYG").folder, "Z:\\a\\");
   EXPECT_EQ(split_pattern("Z:\\a\\*.SYG").mask, "*.SYG");
   EXPECT_EQ(split_pattern("*.*").folder, "");
-  const std::string trail = "Z:\\" + std::string("表"_sjis);
+  std::string trail = "Z:\\";
+  trail += "表"_sjis;
   EXPECT_EQ(split_pattern(trail).mask, "表"_sjis);
 }
 
