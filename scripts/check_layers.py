@@ -30,6 +30,8 @@ MAY_INCLUDE = {
 }
 # These know nothing of the library's own interface beyond its calling conventions.
 BELOW_THE_INTERFACE = ["base", "platform", "common"]
+# Headers that every family may include: the ids that all of them key their tables by.
+SHARED_BY_FAMILIES = ["syncfile/sync_id.h"]
 # Inside tqsync: decisions do not print, readers do not decide.
 TOOL_MAY_INCLUDE = {"files": ["files"], "engine": ["engine", "files"]}
 
@@ -86,7 +88,7 @@ def why_not(root, path, quoted, target):
     if place == "tools":
         return why_not_in_tool(root, path, target)
     if place in INSIDERS:
-        homes = [root / place, root / "src", (root / path).parent]
+        homes = [root / place, root / "src", root / "tests", (root / path).parent]
         return None if any((home / target).exists() for home in homes) else "no such header"
     return why_not_in_library(root, path, target)
 
@@ -97,6 +99,8 @@ def why_not_in_library(root, path, target):
     own, other = path.parts[1], Path(target).parts[0]
     if own not in MAY_INCLUDE:
         return f"src/{own} is no layer that this check knows"
+    if own in FAMILIES and target in SHARED_BY_FAMILIES:
+        return None
     if other != own and other not in MAY_INCLUDE[own]:
         return f"src/{own} may include only {', '.join(MAY_INCLUDE[own])} and its own headers"
     if own == other == "platform":

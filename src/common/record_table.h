@@ -86,15 +86,9 @@ class RecordTable {
     return true;
   }
 
-  // Adds a zeroed record at the end; null when there is no memory (table unchanged).
-  T* append() {
-    if (!reserve(count_ + 1)) return nullptr;
-    T* added = rows_ + count_++;
-    const std::size_t keep = capacity();
-    *added = T{};
-    set_capacity(keep);
-    return added;
-  }
+  // Adds a zeroed record at the end; null when there is no memory (table unchanged). Records past
+  // the end are zero at all times, so there is nothing to clear.
+  T* append() { return reserve(count_ + 1) ? rows_ + count_++ : nullptr; }
 
   // `record`'s own capacity field is ignored.
   bool append(const T& record) { return insert(count_, record); }

@@ -10,7 +10,7 @@ namespace tq {
 void copy_text(char* to, std::size_t size, std::string_view text) {
   if (to == nullptr || size == 0) return;
   const std::size_t bytes = sjis::cut_size(text, size - 1);
-  std::memmove(to, text.data(), bytes);
+  if (bytes != 0) std::memmove(to, text.data(), bytes);
   to[bytes] = '\0';
 }
 
@@ -28,18 +28,6 @@ std::int32_t decimal(std::string_view text) {
   constexpr std::int64_t kMin = std::numeric_limits<std::int32_t>::min();
   constexpr std::int64_t kMax = std::numeric_limits<std::int32_t>::max();
   return static_cast<std::int32_t>(value < kMin ? kMin : value > kMax ? kMax : value);
-}
-
-bool Tokens::next(char separator, std::string_view& token) {
-  const std::size_t start = rest_.find_first_not_of(separator);
-  if (start == std::string_view::npos) {
-    rest_ = {};
-    return false;
-  }
-  const std::size_t end = rest_.find(separator, start);
-  token = rest_.substr(start, end == std::string_view::npos ? end : end - start);
-  rest_ = end == std::string_view::npos ? std::string_view() : rest_.substr(end + 1);
-  return true;
 }
 
 }  // namespace tq

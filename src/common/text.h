@@ -43,7 +43,17 @@ class Tokens {
  public:
   explicit Tokens(std::string_view text) : rest_(text) {}
   // The next token up to `separator`; false when none is left.
-  bool next(char separator, std::string_view& token);
+  bool next(char separator, std::string_view& token) {
+    // Tokens are a few bytes long: a loop is done before a search would have started.
+    const std::size_t size = rest_.size();
+    std::size_t start = 0;
+    while (start < size && rest_[start] == separator) ++start;
+    std::size_t end = start;
+    while (end < size && rest_[end] != separator) ++end;
+    token = rest_.substr(start, end - start);
+    rest_.remove_prefix(end < size ? end + 1 : end);
+    return end != start;
+  }
 
  private:
   std::string_view rest_;

@@ -139,8 +139,12 @@ short CSyncFileCtl::State::read() {
     constexpr std::int32_t kHintMax = 4096;
     if (announced > 0)
       static_cast<void>(members.reserve(static_cast<std::size_t>(std::min(announced, kHintMax))));
-    for (tq::tSYNC_FILE member{}; tq::read_member(lines, member); member = {}) {
-      if (!members.append(member)) return fail(tq::kErrorMemory, -1);
+    for (;;) {
+      tq::tSYNC_FILE* member = members.append();
+      if (member == nullptr) return fail(tq::kErrorMemory, -1);
+      if (tq::read_member(lines, *member)) continue;
+      members.erase(members.size() - 1);
+      break;
     }
   }
   group = header;

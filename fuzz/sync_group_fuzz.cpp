@@ -1,0 +1,60 @@
+// A group file of any content: read, listed, saved, its members and the group itself deleted.
+// Nothing outside the group folder and the member folder of a usable id may change.
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+
+#include "support/home.h"
+#include "support/records.h"
+#include "tqutil/syncfile.h"
+
+namespace {
+
+void require(bool holds) {
+  if (!holds) std::abort();
+}
+
+// Everything that must still be there afterwards.
+struct Guarded : tq::test::TestHome {
+  Guarded() {
+    write("precious.tmp", "1");
+    write("work\\precious.tmp", "2");
+    write("member\\precious.tmp", "3");
+    write("data\\precious.tmp", "4");
+  }
+  void check() const {
+    require(exists("precious.tmp") && exists("work\\precious.tmp") &&
+            exists("member\\precious.tmp") && exists("data\\precious.tmp"));
+  }
+};
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  static const Guarded home;
+  const std::string path = home.at("group\\input.SYG");
+  home.write("group\\input.SYG", std::string(reinterpret_cast<const char*>(data), size));
+
+  CSyncFileCtl group;
+  require(group.Open(path.c_str(), "a") == 0);
+  const short count = group.Read();
+  require(count >= 0 && count == group.GetSyncFileCnt());
+  tq::test::Info info;
+  for (short i = 0; i < count; ++i) require(group.GetSyncFileInfo(i, &info) == 0);
+  if (group.Write(0) == 0) {
+    char saved[TQ_PATH_SIZE];
+    group.GetSyncGrpPath(saved);
+    CSyncFileCtl again;
+    require(again.Open(saved, "r") == 0 && again.Read() >= 0);
+  }
+  while (group.GetSyncFileCnt() > 0) require(group.DeleteSyncFileInfo(0) == 0);
+
+  require(group.GetSyncGrpInit() >= 1);
+  tq::test::Group listed;
+  short pos = 0;
+  while (group.GetSyncGrpNext(&pos, &listed) == 0) static_cast<void>(group.DeleteSyncGrp(pos));
+  home.check();
+  home.remove("group");
+  return 0;
+}
