@@ -72,7 +72,7 @@ void delete_matching(std::string_view pattern) {
   std::string folder = PathFolder(pattern);
   AddBackslash(folder);
   for (const platform::FolderEntry& entry : entries) {
-    if ((entry.attributes & platform::kFolder) != 0) continue;
+    if (entry.folder) continue;
     static_cast<void>(platform::delete_file(folder + entry.name));
   }
 }

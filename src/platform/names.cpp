@@ -109,6 +109,11 @@ const char* add_names(std::string_view rest, Names& names) {
   return add_name(rest.substr(begin), names);
 }
 
+bool is_relative(std::string_view path) {
+  const bool has_drive = path.size() >= 2 && path[1] == ':';
+  return !path.empty() && !is_separator(path[0]) && !has_drive;
+}
+
 const char* parse(std::string_view path, ParsedPath& parsed) {
   Names names;
   if (path.empty()) return "is empty";
@@ -156,18 +161,17 @@ bool glob(std::string_view pattern, std::string_view name) {
 
 }  // namespace
 
-bool is_relative(std::string_view path) {
-  const bool has_drive = path.size() >= 2 && path[1] == ':';
-  return !path.empty() && !is_separator(path[0]) && !has_drive;
-}
-
 Status parse_path(std::string_view path, ParsedPath& parsed) {
   parsed = {};
+  std::string complete;
+  if (is_relative(path)) {
+    if (Status status = path_from_native(".", complete); !status.ok()) return status;
+    path = complete.append("\\").append(path);
+  }
   const char* fault = parse(path, parsed);
   if (fault == nullptr) return {};
   parsed = {};
-  std::string text = "path ";
-  return {Code::kInvalid, text.append(cp932::to_utf8(path)).append(" ").append(fault)};
+  return refusal(Code::kInvalid, "take apart", path, std::string("the path ") + fault);
 }
 
 bool is_plain_name(std::string_view name) {
@@ -191,13 +195,12 @@ std::string upper_name(std::string_view name) {
   return upper;
 }
 
-bool matches(std::string_view pattern, std::string_view name) {
-  if (pattern == "*" || pattern == "*.*") return true;
-  const std::string upper_pattern = upper_name(pattern);
+bool Pattern::matches(std::string_view name) const {
+  if (upper_ == "*" || upper_ == "*.*") return true;
   const std::string upper = upper_name(name);
-  if (glob(upper_pattern, upper)) return true;
-  return pattern.ends_with(".*") &&
-         glob(std::string_view(upper_pattern).substr(0, pattern.size() - 2), upper);
+  if (glob(upper_, upper)) return true;
+  if (!upper_.ends_with(".*")) return false;
+  return glob(std::string_view(upper_).substr(0, upper_.size() - 2), upper);
 }
 
 void sort_entries(std::vector<FolderEntry>& entries) {
@@ -209,6 +212,10 @@ void sort_entries(std::vector<FolderEntry>& entries) {
   });
   std::transform(keyed.begin(), keyed.end(), entries.begin(),
                  [](auto& key_and_entry) { return std::move(key_and_entry.second); });
+}
+
+Status refusal(Code code, const char* doing, std::string_view path, const std::string& why) {
+  return {code, std::string(doing) + " " + cp932::to_utf8(path) + ": " + why};
 }
 
 PatternParts split_pattern(std::string_view pattern) {

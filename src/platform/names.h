@@ -1,6 +1,6 @@
 // What file names and paths mean, wherever the library runs: which names there can be, which two
 // are the same, which match a pattern. Both twins of the platform layer take paths apart here, so
-// that a hostile path is refused alike everywhere. Nothing here asks the operating system.
+// that a hostile path is refused alike everywhere.
 #pragma once
 
 #include <cstdint>
@@ -22,11 +22,9 @@ struct ParsedPath {
   std::string names;
 };
 
-// Whether the path must be completed from the current folder before `parse_path` can take it.
-bool is_relative(std::string_view path);
-
-// Takes an absolute path apart. kInvalid, and nothing to work with, for what names no file on
-// Windows or would lead elsewhere than it seems to: a `..` above the root, control characters and
+// Takes a path apart, a relative one as seen from the current folder. kInvalid, and nothing to work
+// with, for what names no file on Windows or would lead elsewhere than it seems to: a `..` above
+// the root, control characters and
 // `"*:<>?|`, halves of two-byte characters, names made of dots and spaces, devices (`NUL`,
 // `COM1.txt`),
 // `\\?\` and `\\.\`, an empty path, a drive's current folder (`C:name`).
@@ -40,12 +38,22 @@ bool is_plain_name(std::string_view name);
 // the same name; listings are in byte order of it.
 std::string upper_name(std::string_view name);
 
-// Whether a name matches a pattern of `*` (any characters) and `?` (one character), case ignored.
-// `*.*` matches every name, and `.*` at the end of a pattern also matches no extension.
-bool matches(std::string_view pattern, std::string_view name);
+// A pattern of `*` (any characters) and `?` (one character), case ignored. `*.*` matches every
+// name, and `.*` at the end of a pattern also matches no extension.
+class Pattern {
+ public:
+  explicit Pattern(std::string_view pattern) : upper_(upper_name(pattern)) {}
+  bool matches(std::string_view name) const;
+
+ private:
+  std::string upper_;
+};
 
 // Orders entries by `upper_name`, names that differ in case only by their bytes.
 void sort_entries(std::vector<FolderEntry>& entries);
+
+// "<doing> <path>: <why>", the form that all texts of the layer have. `path` is Shift-JIS.
+Status refusal(Code code, const char* doing, std::string_view path, const std::string& why);
 
 // A pattern path in its two parts; the folder keeps its separator and is empty when there is none.
 struct PatternParts {

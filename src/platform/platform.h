@@ -5,7 +5,11 @@
 // without regard to case) on every system. On Linux `Z:\` is the root folder and every other drive
 // is looked up under the folder that the environment variable TQUTIL_DRIVES names, one entry per
 // letter; names are UTF-8 on disk. On Windows the wide functions are called, so the active code
-// page does not matter.
+// page does not matter. A relative path is completed from the current folder.
+//
+// A path that names no file on Windows is kInvalid on every system and reaches nothing: `..` above
+// the root, device names (`NUL`, `COM1.txt`), control characters and `"*:<>?|`, halves of two-byte
+// characters, `\\.\` and `\\?\`. Dots and spaces at the end of a name are dropped.
 //
 // Nothing here throws except std::bad_alloc. In test builds every operation that can fail on a real
 // system passes through the fault gate (fault.h) first.
@@ -13,9 +17,9 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "base/status.h"
@@ -82,36 +86,40 @@ Status create_folder(std::string_view path);
 Status remove_folder(std::string_view path);
 // Deletes a file; refuses read-only files and folders, as Windows does.
 Status delete_file(std::string_view path);
-// Copies content, times (last write) and attributes over `to`, which is replaced when it exists.
-// Uses the fastest way the system has. On failure no half-written `to` that did not exist before is
-// left behind.
+// Copies content, last write time and attributes to `to` by the fastest way that the system has. An
+// existing `to` is overwritten in place, which is quick but leaves a mixture when it fails: who
+// cannot bear that copies to a new name and replaces. A `to` that did not exist is gone again after
+// a failure. kDenied when `to` is read-only, kBusy when both are one file. On Linux a new file gets
+// the permissions of `from`; an existing one keeps its own, but for the read-only bit.
 Status copy_file(std::string_view from, std::string_view to);
 // `to` becomes `from` in one step; on failure both are as before. Same folder or at least same
-// drive.
+// drive. kDenied when `to` is read-only or a folder.
 Status replace_file(std::string_view from, std::string_view to);
 // Makes what was created, renamed or removed in the folder survive a power cut. Where the system
 // needs nothing for that it does nothing.
 Status sync_folder(std::string_view folder);
 
 Status file_times(std::string_view path, FileTimes& times);
-// Sets all three. Linux cannot set the creation time; it is kept in an extended attribute where
-// the file system has those, and read back from there by `file_times`.
+// Sets all three; 0 leaves one as it is. Linux cannot set the creation time; it is kept in an
+// extended attribute where the file system has those, and read back from there by `file_times`.
 Status set_file_times(std::string_view path, const FileTimes& times);
 // Bytes in a file. Sizes of 4 GiB and more are given in full.
 Status file_size(std::string_view path, std::uint64_t& size);
 
 struct FolderEntry {
-  std::string name;  // Shift-JIS; entries whose names have no such form are left out
-  std::uint32_t attributes = 0;
+  std::string name;  // Shift-JIS
+  bool folder = false;
 };
 // The entries of a folder whose names match the pattern after the path's last separator
 // (`Z:\data\*.SYG`; `*`, `?`, case ignored; `*.*` and `*` match every name), in ascending byte
-// order of the upper-cased names, so that listings repeat. "." and ".." are left out. kNotFound
-// when the folder does not exist; nothing matching is success with an empty list.
+// order of the upper-cased names, so that listings repeat. "." and "..", what is neither file nor
+// folder, and entries that no path can name are left out. kNotFound when the folder does not exist;
+// nothing matching is success with an empty list.
 Status list_folder(std::string_view pattern, std::vector<FolderEntry>& entries);
 
-// Creates an empty file with a new unique name `<prefix><hex>.tmp` in the folder (with or without a
-// trailing backslash; at most three characters of the prefix count) and gives its full path.
+// Creates an empty file with a new unique name in the folder (with or without a trailing backslash)
+// and gives its full path. The name is the first three characters of the prefix, five hexadecimal
+// digits and `.tmp`.
 Status unique_file(std::string_view folder, std::string_view prefix, std::string& path);
 
 // --- Open files ----------------------------------------------------------------------------------
@@ -130,16 +138,21 @@ enum class OpenMode : std::uint8_t {
 class File {
  public:
   File() = default;
-  File(File&& other) noexcept;
-  File& operator=(File&& other) noexcept;
+  File(File&& other) noexcept
+      : handle_(std::exchange(other.handle_, kClosed)), path_(std::move(other.path_)) {}
+  File& operator=(File&& other) noexcept {
+    std::swap(handle_, other.handle_);
+    std::swap(path_, other.path_);
+    return *this;
+  }
   File(const File&) = delete;
   File& operator=(const File&) = delete;
   ~File();
 
   Status open(std::string_view path, OpenMode mode);
-  bool is_open() const;
+  bool is_open() const { return handle_ != kClosed; }
 
-  // Reads up to `size` bytes; `got` is 0 at the end of the file.
+  // Reads up to `size` bytes, sometimes fewer; `got` is 0 only at the end of the file.
   Status read(void* data, std::size_t size, std::size_t& got);
   // Writes all bytes or fails; after a failure some of them may have reached the file.
   Status write(std::string_view bytes);
@@ -154,10 +167,10 @@ class File {
   Status close();
 
  private:
+  static constexpr std::intptr_t kClosed = -1;
+
   std::intptr_t handle_ = kClosed;
   std::string path_;  // for error texts
-
-  static constexpr std::intptr_t kClosed = -1;
 };
 
 // --- Memory --------------------------------------------------------------------------------------

@@ -105,7 +105,7 @@ short CSyncFileCtl::State::list_groups() {
       tq::platform::list_folder(group_folder + "*" + std::string(tq::kGroupExtension), entries));
   if (!listing.allocate(tq::kFirstCapacity)) return fail(tq::kErrorMemory, -1);
   for (const tq::platform::FolderEntry& entry : entries) {
-    if ((entry.attributes & tq::platform::kFolder) != 0) continue;
+    if (entry.folder) continue;
     tq::LineReader lines;
     if (!lines.open(group_folder + entry.name).ok()) return fail(tq::kErrorRead, -1);
     tSYNC_GRP2 found{};

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "platform/fault.h"
+#include "platform/names.h"
 #include "platform/platform.h"
 #include "platform/posix/errors.h"
 #include "platform/posix/files.h"
@@ -21,7 +22,6 @@ namespace tq::platform {
 using posix::failure;
 using posix::NativePath;
 using posix::Node;
-using posix::refusal;
 
 namespace {
 

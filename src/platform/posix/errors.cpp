@@ -3,7 +3,7 @@
 #include <string>
 #include <system_error>
 
-#include "base/cp932.h"
+#include "platform/names.h"
 
 namespace tq::platform::posix {
 
@@ -51,11 +51,7 @@ Status failure(const char* doing, std::string_view path, Code on_medium) {
   const int error = errno;  // first: anything below may overwrite it
   const std::string text =
       std::generic_category().message(error) + " (" + std::to_string(error) + ")";
-  return refusal(code_of(error, on_medium), doing, path, text.c_str());
-}
-
-Status refusal(Code code, const char* doing, std::string_view path, const char* why) {
-  return {code, std::string(doing) + " " + cp932::to_utf8(path) + ": " + why};
+  return refusal(code_of(error, on_medium), doing, path, text);
 }
 
 }  // namespace tq::platform::posix

@@ -13,7 +13,5 @@ Code code_of(int error, Code on_medium = Code::kIo);
 
 // "<doing> <path>: <system's text> (<number>)" for the current errno. `path` is Shift-JIS.
 Status failure(const char* doing, std::string_view path, Code on_medium = Code::kIo);
-// The same for a refusal that is ours, in the same form.
-Status refusal(Code code, const char* doing, std::string_view path, const char* why);
 
 }  // namespace tq::platform::posix

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "platform/fault.h"
+#include "platform/names.h"
 #include "platform/platform.h"
 #include "platform/posix/clock.h"
 #include "platform/posix/errors.h"
@@ -20,7 +21,6 @@ namespace tq::platform {
 using posix::failure;
 using posix::NativePath;
 using posix::Node;
-using posix::refusal;
 
 namespace {
 
@@ -177,22 +177,11 @@ bool write_all(int fd, std::string_view bytes) {
 
 }  // namespace posix
 
-File::File(File&& other) noexcept
-    : handle_(std::exchange(other.handle_, kClosed)), path_(std::move(other.path_)) {}
-
-File& File::operator=(File&& other) noexcept {
-  std::swap(handle_, other.handle_);
-  std::swap(path_, other.path_);
-  return *this;
-}
-
 File::~File() {
   if (!is_open()) return;
   ::close(static_cast<int>(handle_));
   fault::count_handle(-1);
 }
-
-bool File::is_open() const { return handle_ != kClosed; }
 
 Status File::open(std::string_view path, OpenMode mode) {
   if (is_open()) return refusal(Code::kBusy, "open", path, "another file is open here");
@@ -222,13 +211,9 @@ Status File::open(std::string_view path, OpenMode mode) {
 Status File::read(void* data, std::size_t size, std::size_t& got) {
   got = 0;
   if (Status status = fault::gate("read", path_, false); !status.ok()) return status;
-  while (got < size) {
-    const ssize_t more =
-        posix::read_some(static_cast<int>(handle_), static_cast<char*>(data) + got, size - got);
-    if (more < 0) return failure("read", path_, Code::kReadFault);
-    if (more == 0) break;
-    got += static_cast<std::size_t>(more);
-  }
+  const ssize_t more = posix::read_some(static_cast<int>(handle_), data, size);
+  if (more < 0) return failure("read", path_, Code::kReadFault);
+  got = static_cast<std::size_t>(more);
   return {};
 }
 

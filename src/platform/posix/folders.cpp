@@ -12,14 +12,12 @@
 #include "platform/names.h"
 #include "platform/platform.h"
 #include "platform/posix/errors.h"
-#include "platform/posix/node.h"
 #include "platform/posix/paths.h"
 
 namespace tq::platform {
 
 using posix::failure;
 using posix::NativePath;
-using posix::refusal;
 
 namespace {
 
@@ -48,18 +46,35 @@ OpenFolder open_folder(NativePath& native) {
   return OpenFolder(folder);
 }
 
-// Adds the entry when the library can name it, it matches and it is still there.
-void add_entry(const std::string& folder, const char* on_disk, std::string_view mask,
+enum class Kind { kFile, kFolder, kOther };
+
+Kind kind_of(DIR* folder, const dirent& entry) {
+  switch (entry.d_type) {
+    case DT_REG:
+      return Kind::kFile;
+    case DT_DIR:
+      return Kind::kFolder;
+    case DT_LNK:
+    case DT_UNKNOWN:  // not every file system says it here
+      break;
+    default:
+      return Kind::kOther;
+  }
+  struct stat info;
+  if (::fstatat(::dirfd(folder), entry.d_name, &info, 0) != 0) return Kind::kOther;
+  if (S_ISDIR(info.st_mode)) return Kind::kFolder;
+  return S_ISREG(info.st_mode) ? Kind::kFile : Kind::kOther;
+}
+
+// Adds the entry when the library can name it and it matches.
+void add_entry(DIR* folder, const dirent& found, const Pattern& mask,
                std::vector<FolderEntry>& entries) {
   FolderEntry entry;
-  if (!cp932::from_utf8(on_disk, entry.name, cp932::Accept::kJisSpellings)) return;
-  if (!matches(mask, entry.name) || !is_plain_name(entry.name)) return;
-  const std::string path = folder + "/" + on_disk;
-  const posix::Node node(path.c_str());
-  struct statx info;
-  if (node.stat(info) != 0) return;
-  entry.attributes = node.attributes(info);
-  entries.push_back(std::move(entry));
+  if (!cp932::from_utf8(found.d_name, entry.name, cp932::Accept::kJisSpellings)) return;
+  if (!is_plain_name(entry.name) || !mask.matches(entry.name)) return;
+  const Kind kind = kind_of(folder, found);
+  entry.folder = kind == Kind::kFolder;
+  if (kind != Kind::kOther) entries.push_back(std::move(entry));
 }
 
 }  // namespace
@@ -102,9 +117,10 @@ Status list_folder(std::string_view pattern, std::vector<FolderEntry>& entries) 
   if (!native.status().ok()) return native.status();
   const OpenFolder folder = open_folder(native);
   if (folder == nullptr) return failure("list", pattern);
+  const Pattern mask(parts.mask);
   errno = 0;
   while (const dirent* entry = ::readdir(folder.get())) {
-    add_entry(native.text(), entry->d_name, parts.mask, entries);
+    add_entry(folder.get(), *entry, mask, entries);
     errno = 0;
   }
   if (errno != 0) return failure("list", pattern, Code::kReadFault);

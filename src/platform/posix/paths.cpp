@@ -28,18 +28,36 @@ std::string with_slashes(std::string text) {
   return text;
 }
 
-// Whether a name from the disk is the wanted one, which is in upper case.
-bool is_same_name(const char* on_disk, const std::string& wanted, bool wanted_is_ascii) {
-  if (wanted_is_ascii) {
-    const std::string_view name = on_disk;
-    return name.size() == wanted.size() &&
-           std::equal(name.begin(), name.end(), wanted.begin(),
-                      [](char a, char b) { return sjis::upper_ascii(a) == b; });
+// A name that is looked for among those of a folder.
+class Wanted {
+ public:
+  explicit Wanted(const std::string& name)
+      : ascii_(std::all_of(name.begin(), name.end(), [](char c) { return (c & 0x80) == 0; })) {
+    if (cp932::from_utf8(name, upper_, cp932::Accept::kJisSpellings)) upper_ = upper_name(upper_);
+    // Without letters there is no other case; many numbered files are asked for in vain.
+    only_itself_ = ascii_ && std::none_of(upper_.begin(), upper_.end(),
+                                          [](char c) { return c >= 'A' && c <= 'Z'; });
   }
-  std::string name;
-  return cp932::from_utf8(on_disk, name, cp932::Accept::kJisSpellings) &&
-         upper_name(name) == wanted;
-}
+  // Whether no other spelling than the one looked for can be meant.
+  bool only_itself() const { return only_itself_; }
+
+  bool is(const char* on_disk) const {
+    if (ascii_) {
+      const std::string_view name = on_disk;
+      return name.size() == upper_.size() &&
+             std::equal(name.begin(), name.end(), upper_.begin(),
+                        [](char a, char b) { return sjis::upper_ascii(a) == b; });
+    }
+    std::string name;
+    return cp932::from_utf8(on_disk, name, cp932::Accept::kJisSpellings) &&
+           upper_name(name) == upper_;
+  }
+
+ private:
+  std::string upper_;
+  bool ascii_;
+  bool only_itself_;
+};
 
 }  // namespace
 
@@ -51,12 +69,6 @@ std::string drives_folder() {
 }
 
 NativePath::NativePath(std::string_view path) {
-  std::string complete;
-  if (is_relative(path)) {
-    status_ = path_from_native(".", complete);
-    if (!status_.ok()) return;
-    path = complete.append("\\").append(path);
-  }
   ParsedPath parsed;
   status_ = parse_path(path, parsed);
   if (!status_.ok()) return;
@@ -100,18 +112,13 @@ bool NativePath::match(std::size_t tail) {
 
 // Looks for the name at [begin, end) in the folder before it.
 bool NativePath::match_name(std::size_t begin, std::size_t end) {
+  const Wanted wanted(text_.substr(begin, end - begin));
+  if (wanted.only_itself()) return false;
   const Folder folder(::opendir(text_.substr(0, begin).c_str()));
-  std::string wanted;
-  const std::string name = text_.substr(begin, end - begin);
-  if (folder == nullptr || !cp932::from_utf8(name, wanted, cp932::Accept::kJisSpellings))
-    return false;
-  wanted = upper_name(wanted);
-  const bool is_ascii =
-      wanted.size() == name.size() &&
-      std::none_of(name.begin(), name.end(), [](char c) { return (c & 0x80) != 0; });
+  if (folder == nullptr) return false;
   std::string best;
   while (const dirent* entry = ::readdir(folder.get())) {
-    if (!is_same_name(entry->d_name, wanted, is_ascii)) continue;
+    if (!wanted.is(entry->d_name)) continue;
     if (best.empty() || best > entry->d_name) best = entry->d_name;
   }
   if (best.empty()) return false;

@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "base/cp932.h"
+#include "platform/names.h"
 
 namespace tq::platform::win32 {
 
@@ -63,11 +63,7 @@ Code code_of(DWORD error) {
 
 Status failure(const char* doing, std::string_view path) {
   const DWORD error = ::GetLastError();  // first: anything below may overwrite it
-  return refusal(code_of(error), doing, path, ("error " + std::to_string(error)).c_str());
-}
-
-Status refusal(Code code, const char* doing, std::string_view path, const char* why) {
-  return {code, std::string(doing) + " " + cp932::to_utf8(path) + ": " + why};
+  return refusal(code_of(error), doing, path, "error " + std::to_string(error));
 }
 
 }  // namespace tq::platform::win32

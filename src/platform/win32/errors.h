@@ -13,7 +13,5 @@ Code code_of(DWORD error);
 
 // "<doing> <path>: error <number>" for the last error. `path` is Shift-JIS.
 Status failure(const char* doing, std::string_view path);
-// The same for a refusal that is ours, in the same form.
-Status refusal(Code code, const char* doing, std::string_view path, const char* why);
 
 }  // namespace tq::platform::win32

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "platform/fault.h"
+#include "platform/names.h"
 #include "platform/platform.h"
 #include "platform/win32/clock.h"
 #include "platform/win32/errors.h"
@@ -16,7 +17,6 @@
 namespace tq::platform {
 
 using win32::failure;
-using win32::refusal;
 using win32::WidePath;
 
 namespace {
@@ -172,22 +172,11 @@ bool write_all(HANDLE file, std::string_view bytes) {
 
 }  // namespace
 
-File::File(File&& other) noexcept
-    : handle_(std::exchange(other.handle_, kClosed)), path_(std::move(other.path_)) {}
-
-File& File::operator=(File&& other) noexcept {
-  std::swap(handle_, other.handle_);
-  std::swap(path_, other.path_);
-  return *this;
-}
-
 File::~File() {
   if (!is_open()) return;
   ::CloseHandle(as_handle(handle_));
   fault::count_handle(-1);
 }
-
-bool File::is_open() const { return handle_ != kClosed; }
 
 Status File::open(std::string_view path, OpenMode mode) {
   if (is_open()) return refusal(Code::kBusy, "open", path, "another file is open here");
@@ -216,15 +205,10 @@ Status File::open(std::string_view path, OpenMode mode) {
 Status File::read(void* data, std::size_t size, std::size_t& got) {
   got = 0;
   if (Status status = fault::gate("read", path_, false); !status.ok()) return status;
-  while (got < size) {
-    const auto piece = static_cast<DWORD>(std::min<std::size_t>(size - got, kMaxPiece));
-    DWORD more = 0;
-    if (!::ReadFile(as_handle(handle_), static_cast<char*>(data) + got, piece, &more, nullptr)) {
-      return failure("read", path_);
-    }
-    if (more == 0) break;
-    got += more;
-  }
+  const auto piece = static_cast<DWORD>(std::min<std::size_t>(size, kMaxPiece));
+  DWORD more = 0;
+  if (!::ReadFile(as_handle(handle_), data, piece, &more, nullptr)) return failure("read", path_);
+  got = more;
   return {};
 }
 

@@ -1,4 +1,4 @@
-// Attribute bits and what they forbid, shared by single files, copies and listings.
+// Attribute bits and what they forbid, shared by single files and copies.
 #pragma once
 
 #include <windows.h>

@@ -5,13 +5,11 @@
 #include "platform/names.h"
 #include "platform/platform.h"
 #include "platform/win32/errors.h"
-#include "platform/win32/files.h"
 #include "platform/win32/paths.h"
 
 namespace tq::platform {
 
 using win32::failure;
-using win32::refusal;
 using win32::WidePath;
 
 namespace {
@@ -46,12 +44,12 @@ class Search {
 };
 
 // Adds the entry when the library can name it and it matches.
-void add_entry(const WIN32_FIND_DATAW& found, std::string_view mask,
+void add_entry(const WIN32_FIND_DATAW& found, const Pattern& mask,
                std::vector<FolderEntry>& entries) {
   FolderEntry entry;
   if (!win32::narrow(found.cFileName, entry.name)) return;
-  if (!matches(mask, entry.name) || !is_plain_name(entry.name)) return;
-  entry.attributes = win32::attribute_bits(found.dwFileAttributes);
+  if (!is_plain_name(entry.name) || !mask.matches(entry.name)) return;
+  entry.folder = (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
   entries.push_back(std::move(entry));
 }
 
@@ -101,8 +99,9 @@ Status list_folder(std::string_view pattern, std::vector<FolderEntry>& entries) 
     const Status wrong = require_folder("list", pattern, wide);
     return wrong.ok() ? failed : wrong;
   }
+  const Pattern mask(parts.mask);
   do {
-    add_entry(search.entry(), parts.mask, entries);
+    add_entry(search.entry(), mask, entries);
   } while (search.next());
   if (::GetLastError() != ERROR_NO_MORE_FILES) return failure("list", pattern);
   sort_entries(entries);

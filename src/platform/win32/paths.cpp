@@ -23,12 +23,6 @@ std::wstring drive_of(char letter) {
 }  // namespace
 
 WidePath::WidePath(std::string_view path) {
-  std::string complete;
-  if (is_relative(path)) {
-    status_ = path_from_native(".", complete);
-    if (!status_.ok()) return;
-    path = complete.append("\\").append(path);
-  }
   ParsedPath parsed;
   status_ = parse_path(path, parsed);
   if (!status_.ok()) return;
