@@ -12,27 +12,31 @@ use_wine32
 
 # Wine takes the code page from the locale's language, and the names of files on the Linux side from
 # its character set: the UTF-8 locale gives 932 and keeps those names whole. Where the machine does
-# not have that locale the prefix gets one of its own.
+# not have that locale the prefix gets one of its own, from the package "locales".
 japanese_wine() { env LC_ALL=ja_JP.UTF-8 wine "$@"; }
-locales=$WINEPREFIX/locale
-if ! locale -a | grep -qix 'ja_JP.utf-\?8'; then export LOCPATH=$locales; fi
+if ! locale -a | grep -qix 'ja_JP.utf-\?8'; then export LOCPATH=$WINEPREFIX/locale; fi
+
+make_prefix() {
+  if [ -n "${LOCPATH:-}" ]; then
+    mkdir -p "$LOCPATH"
+    localedef -i ja_JP -f UTF-8 "$LOCPATH/ja_JP.UTF-8"
+  fi
+  japanese_wine wineboot --update >/dev/null 2>&1
+  wineserver --wait || true
+  # Wine copies all its libraries with their debug information, more than a gigabyte.
+  x86_64-w64-mingw32-strip --strip-debug "$WINEPREFIX"/drive_c/windows/system32/*.dll || true
+}
 
 # A prefix made without 32-bit support never gets it later, hence two marks.
-ready=$WINEPREFIX/.ready${WINEDLLPATH:+32}
-if [ ! -e "$ready" ]; then
+made=$WINEPREFIX/.made${WINEDLLPATH:+32}
+if [ ! -e "$made" ]; then
   mkdir -p "$WINEPREFIX"
   exec 9>"$WINEPREFIX/.lock"
   flock 9
-  if [ ! -e "$ready" ]; then
-    if [ -n "${LOCPATH:-}" ]; then
-      mkdir -p "$locales"
-      localedef -i ja_JP -f UTF-8 "$locales/ja_JP.UTF-8" # from the package "locales"
-    fi
-    japanese_wine wineboot --update >/dev/null 2>&1 9>&-
-    WINEPREFIX=$WINEPREFIX wineserver --wait 9>&- || true
-    # Wine copies all its libraries with their debug information, more than a gigabyte.
-    x86_64-w64-mingw32-strip --strip-debug "$WINEPREFIX"/drive_c/windows/system32/*.dll || true
-    touch "$ready"
+  if [ ! -e "$made" ]; then
+    # The lock ends with this script, not with Wine's server that outlives it.
+    make_prefix 9>&-
+    touch "$made"
   fi
   exec 9>&-
 fi

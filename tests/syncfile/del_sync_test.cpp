@@ -50,7 +50,7 @@ std::vector<std::string> working_group(const TestHome& home) {
   return texts;
 }
 
-const std::string kHead = "5" + std::string("削除シンクロ作業用ファイル"_sjis);
+const std::string kHead = std::string("5").append("削除シンクロ作業用ファイル"_sjis);
 
 TEST(DelSync, CollectsEveryPartnerOfTheMasterOnce) {
   TestHome home;
