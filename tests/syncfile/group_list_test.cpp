@@ -49,8 +49,7 @@ TEST(GroupListing, SortsByTitleAndKeepsPositions) {
   home.write("group\\note.txt", "");
   home.make_folder("group\\folder.SYG");
   ASSERT_EQ(listing.GetSyncGrpInit(), 5);
-  Walk sorted = {"A:1", "a:2", "b:0", "ぁ"_sjis + std::string(":4"),
-                       "ソ"_sjis + std::string(":3")};
+  const Walk sorted = {"A:1", "a:2", "b:0", "ぁ:4"_sjis, "ソ:3"_sjis};
   EXPECT_EQ(walk(listing), sorted);
   ASSERT_EQ(listing.GetSyncGrpInit(), 5);
   EXPECT_EQ(walk(listing), sorted) << "positions repeat";
