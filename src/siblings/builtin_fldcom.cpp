@@ -1,6 +1,7 @@
 // The built-in common field library: folders from the home folder's settings.
 #include <string_view>
 
+#include "base/sjis_literal.h"
 #include "common/text.h"
 #include "siblings/builtins.h"
 #include "siblings/home.h"
@@ -8,6 +9,8 @@
 
 namespace tq {
 namespace {
+
+using namespace literals;
 
 struct FolderDefault {
   std::string_view key;       // in [folders] of tqutil.ini
@@ -35,6 +38,15 @@ void TQ_CALL get_folder(void*, char* folder) {
   }
 }
 
+void TQ_CALL get_caption(void*, char* caption) {
+  constexpr std::string_view kDefault = "住所録"_sjis;
+  try {
+    copy_text(caption, TQ_PATH_SIZE, configured_text("caption", kDefault));
+  } catch (...) {  // out of memory
+    copy_text(caption, TQ_PATH_SIZE, kDefault);
+  }
+}
+
 }  // namespace
 
 tFLDCOM_API builtin_fldcom() {
@@ -51,6 +63,7 @@ tFLDCOM_API builtin_fldcom() {
   api.FldComGetFldFolder2a = get_folder<kFields2a>;
   api.FldComGetFldFolder2b = get_folder<kFields2b>;
   api.FldComGetFldFolder3 = get_folder<kFields3>;
+  api.FldComGetCaption = get_caption;
   return api;
 }
 

@@ -11,4 +11,8 @@ tFLDCOM_API builtin_fldcom();
 // Converts nothing and has no mail store.
 tADRCONV_API builtin_adrconv();
 
+// Message boxes, and the dialogs of the platform: windows, or the terminal.
+tERRBOX_API builtin_errbox();
+tDIALOG_API builtin_dialog();
+
 }  // namespace tq

@@ -59,8 +59,8 @@ struct Tables {
   tRECDB_API recdb{};
   tADRCONV_API adrconv = builtin_adrconv();
   tHSTYTMP_API hstytmp{};
-  tERRBOX_API errbox{};
-  tDIALOG_API dialog{};
+  tERRBOX_API errbox = builtin_errbox();
+  tDIALOG_API dialog = builtin_dialog();
 };
 
 Tables& tables() {

@@ -1,0 +1,84 @@
+// What the setup notice says for each operation, and the messages of the error box, seen from the
+// tables behind them.
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "base/sjis_literal.h"
+#include "siblings/siblings.h"
+#include "support/home.h"
+#include "tqutil/ui.h"
+
+namespace {
+
+using namespace tq::literals;
+
+struct Shown {
+  int times = 0;
+  std::string caption, note1, note2, help_file;
+  short answer = 0;
+};
+
+short TQ_CALL take_notice(void* context, const char* caption, const char* note1, const char* note2,
+                          const char* helpFile) {
+  auto& shown = *static_cast<Shown*>(context);
+  ++shown.times;
+  shown.caption = caption;
+  shown.note1 = note1;
+  shown.note2 = note2 == nullptr ? "hidden" : note2;
+  shown.help_file = helpFile;
+  return shown.answer;
+}
+
+TEST(SetupNotice, WordsOfEachOperation) {
+  tq::test::TestHome home;
+  home.write("tqutil.ini", std::string("[texts]\ncaption=") + "住所録Ｘ"_sjis + "\n");
+  Shown shown;
+  tDIALOG_API dialogs{};
+  dialogs.size = sizeof dialogs;
+  dialogs.context = &shown;
+  dialogs.DlgSetupNotice = take_notice;
+  tTQ_SIBLINGS all{};
+  all.size = sizeof all;
+  all.dialog = &dialogs;
+  ASSERT_EQ(tqSetSiblings(&all), 0);
+
+  struct Case {
+    short mode;
+    const char *in_note1, *start_of_note2, *end_of_note2;  // null: note 2 is hidden
+  };
+  const Case cases[] = {
+      {TQ_NOTICE_CONVERT, " 変換が終了するまで"_sjis, "変換先が「Outlook2002/97」の場合、\n"_sjis,
+       "・変換先が「Outlook2000/98」"_sjis},
+      {TQ_NOTICE_IMPORT, " インポートが終了するまで"_sjis, nullptr, nullptr},
+      {TQ_NOTICE_EXPORT, "再度エクスポートを実行"_sjis,
+       "エクスポート先が「Outlook2002/97」の場合、"_sjis, "・エクスポート先が「"_sjis},
+      {TQ_NOTICE_SYNC, "シンクロナイズが終了"_sjis,
+       "シンクロナイズ中に「Outlook2002/97」へデータ更新が発生する場合、"_sjis,
+       "・シンクロナイズ対象が「"_sjis},
+      {TQ_NOTICE_CREATE, "アドレス帳の作成が終了"_sjis, nullptr, nullptr},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.mode);
+    shown.answer = static_cast<short>(c.mode % 2);
+    EXPECT_EQ(tqOutlookSpInfoDlg(c.mode), c.mode % 2);
+    EXPECT_NE(shown.note1.find(c.in_note1), std::string::npos);
+    EXPECT_EQ(shown.note1.find("%1"), std::string::npos);
+    if (c.start_of_note2 == nullptr) {
+      EXPECT_EQ(shown.note2, "hidden");
+    } else {
+      EXPECT_NE(shown.note2.find(c.start_of_note2), std::string::npos);
+      EXPECT_NE(shown.note2.find(c.end_of_note2), std::string::npos);
+    }
+    EXPECT_EQ(shown.caption, "住所録Ｘ"_sjis);
+    EXPECT_EQ(shown.help_file.substr(shown.help_file.size() - 13), "\\設定方法.TXT"_sjis);
+  }
+  EXPECT_EQ(shown.times, 5);
+  shown.answer = 0;
+  EXPECT_EQ(tqOutlookSpInfoDlg(5), 1) << "no words, no warning, no go";
+  EXPECT_EQ(tqOutlookSpInfoDlg(-1), 1);
+  EXPECT_EQ(shown.times, 5);
+  tqSetSiblings(nullptr);
+}
+
+}  // namespace
