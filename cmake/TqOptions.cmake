@@ -10,6 +10,11 @@ set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 
 add_library(tq_options INTERFACE)
 target_compile_options(tq_options INTERFACE -Wall -Wextra -Wshadow -Wconversion -Werror)
+if(CMAKE_SYSTEM_PROCESSOR MATCHES "^i[3-6]86$")
+  # Every x86 that we build for has SSE2. Callers built with other compilers keep the stack aligned to
+  # four bytes only.
+  target_compile_options(tq_options INTERFACE -msse2 -mstackrealign)
+endif()
 if(WIN32)
   # Windows 7 is the oldest system that the platform layer is written for.
   target_compile_definitions(tq_options INTERFACE WIN32_LEAN_AND_MEAN NOMINMAX _WIN32_WINNT=0x0601)

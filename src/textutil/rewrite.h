@@ -1,0 +1,214 @@
+// Copying a text with some of its characters replaced: the engine behind the width conversions and
+// the removal of spaces.
+//
+// A rule says which characters change and into what; everything else is copied in bulk. Two ways
+// lead to the same bytes: character by character, on any machine and for very short texts, and in
+// blocks, where there is SSE2. Blocks are looked at in two passes, first which bytes begin a
+// character that changes, as masks, then the copying, so that the first pass has no branches to
+// mispredict.
+//
+// A rule is a struct with
+//   kGrowth                     most bytes written for each byte of the text
+//   changes_pair(lead, trail)   whether a two-byte character may change
+//   changes_byte(byte)          whether a single byte changes
+//   form(at)                    what the changing character at `at` becomes; at[1] can be read
+//   changes(block)              the same choice for a block of bytes; called for one block after
+//                               the other, from a character's first byte on
+//   inside_pair()               whether the first byte after these blocks follows a lead byte
+#pragma once
+
+#include <algorithm>
+#include <bit>
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <string_view>
+
+#include "base/sjis.h"
+#include "textutil/block.h"
+#include "textutil/source.h"
+#include "textutil/width_tables.h"
+
+namespace tq::textutil {
+
+// How far a rewrite came: bytes of the text taken, end of the result.
+struct Progress {
+  std::size_t taken;
+  char* out;
+};
+
+// Bytes that a rewrite may use in `out` behind its result.
+inline constexpr std::size_t kSlack = 64;
+
+// Rewrites the characters that begin in the first `limit` bytes of the text. The byte behind the
+// text can be read and is zero.
+template <class Rule>
+Progress rewrite_by_character(std::string_view text, std::size_t limit, char* out) {
+  std::size_t pos = 0;
+  while (pos < limit) {
+    const char* at = text.data() + pos;
+    const auto byte = static_cast<unsigned char>(at[0]);
+    if (sjis::is_pair(text, pos)) {
+      if (!Rule::changes_pair(byte, static_cast<unsigned char>(at[1]))) {
+        std::memcpy(out, at, 2);
+        out += 2;
+        pos += 2;
+        continue;
+      }
+    } else if (!Rule::changes_byte(byte)) {
+      *out++ = *at;
+      ++pos;
+      continue;
+    }
+    const Form form = Rule::form(at);
+    std::memcpy(out, form.bytes, 2);
+    out += form.size;
+    pos += form.taken;
+  }
+  return {pos, out};
+}
+
+namespace rewrite_detail {
+
+// Bytes of text that go through the buffer at a time.
+inline constexpr std::size_t kPiece = 4096;
+
+#if defined(__SSE2__)
+
+// How far the text is read behind a place when the bytes before a change are copied.
+inline constexpr std::size_t kOverread = 32;
+
+// Copies in steps of sixteen bytes, at least kOverread of them. Returns the end of the copy.
+inline char* copy_over(char* out, const char* from, std::size_t size) {
+  Sixteen::load(from).store(out);
+  Sixteen::load(from + 16).store(out + 16);
+  for (std::size_t at = 32; at < size; at += 16) Sixteen::load(from + at).store(out + at);
+  return out + size;
+}
+
+// Makes the changes of the block that begins at text[base]. `pos` is the first byte that is not yet
+// copied; it moves behind the last change.
+template <class Rule>
+char* apply(const char* text, std::size_t base, Mask changes, std::size_t& pos, char* out) {
+  for (; changes != 0; changes &= changes - 1) {
+    const std::size_t at = base + static_cast<std::size_t>(std::countr_zero(changes));
+    const auto form = std::bit_cast<std::uint32_t>(Form(Rule::form(text + at)));
+    out = copy_over(out, text + pos, at - pos);
+    std::memcpy(out, &form, 4);
+    out += form >> 16 & 0xFF;
+    pos = at + (form >> 24);
+  }
+  return out;
+}
+
+// Rewrites the first `size` bytes, whole blocks of them or the rest of a text, and the second byte
+// of a character that begins there. Blocks may be read to their end and kOverread bytes further.
+// `out` null in the result: nothing changes, nothing was written.
+template <class Rule>
+Progress rewrite_blocks(const char* text, std::size_t size, char* out) {
+  Mask changes[kPiece / kBlockSize];
+  const std::size_t blocks = (size + kBlockSize - 1) / kBlockSize;
+  Rule rule;
+  Mask any = 0;
+  for (std::size_t block = 0; block < blocks; ++block) {
+    changes[block] = rule.changes(WholeBlock(text + block * kBlockSize));
+    any |= changes[block];
+  }
+  const std::size_t end = size + (rule.inside_pair() && sjis::is_trail(text[size]) ? 1 : 0);
+  if (any == 0) return {end, nullptr};
+  std::size_t pos = 0;
+  for (std::size_t block = 0; block < blocks; ++block) {
+    out = apply<Rule>(text, block * kBlockSize, changes[block], pos, out);
+  }
+  if (pos < end) {
+    std::memcpy(out, text + pos, end - pos);
+    out += end - pos;
+    pos = end;
+  }
+  return {pos, out};
+}
+
+// The next piece of a long text.
+template <class Rule>
+Progress rewrite_piece(std::string_view text, char* out) {
+  if (text.size() >= kBlockSize + kOverread) {
+    const std::size_t whole = (text.size() - kOverread) / kBlockSize * kBlockSize;
+    return rewrite_blocks<Rule>(text.data(), std::min(whole, kPiece), out);
+  }
+  char rest[2 * kBlockSize + kOverread + 1] = {};
+  std::memcpy(rest, text.data(), text.size());
+  return rewrite_blocks<Rule>(rest, text.size(), out);
+}
+
+// A text of 16 to kBlockSize bytes.
+template <class Rule>
+Progress rewrite_short(std::string_view text, char* out) {
+  const std::size_t size = text.size();
+  Rule rule;
+  const Mask changes = rule.changes(ShortBlock(text.data(), size));
+  if (changes == 0) return {size, nullptr};
+  char copy[kBlockSize + kOverread];
+  std::memcpy(copy, text.data(), size + 1);
+  std::size_t pos = 0;
+  out = apply<Rule>(copy, 0, changes, pos, out);
+  if (pos < size) out = copy_over(out, copy + pos, size - pos);
+  return {size, out};
+}
+
+#else
+
+template <class Rule>
+Progress rewrite_piece(std::string_view text, char* out) {
+  return rewrite_by_character<Rule>(text, std::min(text.size(), kPiece), out);
+}
+
+#endif
+
+// Texts of any length, piece by piece through a buffer, so that no byte behind the result is
+// touched and the text may lie under the result.
+template <class Rule>
+std::int32_t rewrite_long(Source& source, char* dst) {
+  char buffer[(kPiece + 1) * Rule::kGrowth + kSlack];
+  if (!source.size_fits() || !source.keep_from(dst)) return -1;
+  std::string_view text = source.text();
+  std::size_t size = 0;
+  while (!text.empty()) {
+    const Progress piece = rewrite_piece<Rule>(text, buffer);
+    const std::size_t written =
+        piece.out == nullptr ? piece.taken : static_cast<std::size_t>(piece.out - buffer);
+    if (dst != nullptr)
+      std::memmove(dst + size, piece.out == nullptr ? text.data() : buffer, written);
+    size += written;
+    text.remove_prefix(piece.taken);
+  }
+  if (dst != nullptr) dst[size] = '\0';
+  return static_cast<std::int32_t>(size);
+}
+
+}  // namespace rewrite_detail
+
+// Rewrites the text at `src` to `dst` (which may be null, or lie anywhere, over the text too) and
+// returns the length of the result; -1 when the text is too long or there is no memory for a copy
+// of it, with `dst` as it was.
+template <class Rule>
+std::int32_t rewrite(const char* src, char* dst) {
+  Source source(src, Rule::kGrowth);
+  const std::string_view text = source.text();
+  if (text.size() > kBlockSize) return rewrite_detail::rewrite_long<Rule>(source, dst);
+  char buffer[kBlockSize * Rule::kGrowth + kSlack];
+#if defined(__SSE2__)
+  const Progress done = text.size() < 16 ? rewrite_by_character<Rule>(text, text.size(), buffer)
+                                         : rewrite_detail::rewrite_short<Rule>(text, buffer);
+#else
+  const Progress done = rewrite_by_character<Rule>(text, text.size(), buffer);
+#endif
+  const bool same = done.out == nullptr;
+  const std::size_t size = same ? text.size() : static_cast<std::size_t>(done.out - buffer);
+  if (dst != nullptr) {
+    std::memmove(dst, same ? text.data() : buffer, size);
+    dst[size] = '\0';
+  }
+  return static_cast<std::int32_t>(size);
+}
+
+}  // namespace tq::textutil
