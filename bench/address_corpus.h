@@ -34,14 +34,14 @@ class AddressCorpus {
     return any({"山田"_sjis, "佐々木"_sjis, "小野寺"_sjis, "長谷川"_sjis, "渡邊"_sjis, "森"_sjis,
                 "五十嵐"_sjis, "表"_sjis, "髙橋"_sjis, "一ノ瀬"_sjis}) +
            any({"　"_sjis, " ", "　"_sjis, ""}) +
-           any({"太郎"_sjis, "さくら"_sjis, "花子"_sjis, "ソフィア"_sjis, "健一"_sjis,
-                "千代"_sjis, "みどり"_sjis, "三四郎"_sjis});
+           any({"太郎"_sjis, "さくら"_sjis, "花子"_sjis, "ソフィア"_sjis, "健一"_sjis, "千代"_sjis,
+                "みどり"_sjis, "三四郎"_sjis});
   }
 
   std::string reading() {
-    return any({"ヤマダ　タロウ"_sjis, "ﾔﾏﾀﾞ ﾀﾛｳ"_sjis, "ササキ　サクラ"_sjis,
-                "ﾊｾｶﾞﾜ ﾊﾅｺ"_sjis, "ワタナベ　ケンイチ"_sjis, "ｵﾉﾃﾞﾗ ﾐﾄﾞﾘ"_sjis,
-                "イガラシ　チヨ"_sjis, "たかはし　そふぃあ"_sjis});
+    return any({"ヤマダ　タロウ"_sjis, "ﾔﾏﾀﾞ ﾀﾛｳ"_sjis, "ササキ　サクラ"_sjis, "ﾊｾｶﾞﾜ ﾊﾅｺ"_sjis,
+                "ワタナベ　ケンイチ"_sjis, "ｵﾉﾃﾞﾗ ﾐﾄﾞﾘ"_sjis, "イガラシ　チヨ"_sjis,
+                "たかはし　そふぃあ"_sjis});
   }
 
   std::string postal_code() { return any({"〒"_sjis, ""}) + number(3) + "-" + number(4); }
@@ -61,7 +61,8 @@ class AddressCorpus {
   }
 
   std::string telephone() {
-    return any({"03-"_sjis, "０３－"_sjis, "045-"_sjis, "(06)"_sjis, "０９０－"_sjis, "090-"_sjis}) +
+    return any({"03-"_sjis, "０３－"_sjis, "045-"_sjis, "(06)"_sjis, "０９０－"_sjis,
+                "090-"_sjis}) +
            number(4) + any({"-"_sjis, "－"_sjis, "-"_sjis}) + number(4);
   }
 
@@ -75,12 +76,18 @@ class AddressCorpus {
     const std::string day = number_half_below(28);
     const std::string year = number_half_below(60);
     switch (below(6)) {
-      case 0: return "昭和"_sjis + year + "年"_sjis + month + "月"_sjis + day + "日"_sjis;
-      case 1: return "19" + number_half(2) + "/" + month + "/" + day;
-      case 2: return "Ｈ"_sjis + number(2) + "．"_sjis + number(1) + "．"_sjis + number(1);
-      case 3: return "s" + year + "." + month + "." + day;
-      case 4: return "1975" + std::string("0") + number_half(1) + "1" + number_half(1);
-      default: return "平成"_sjis + number(2) + "年"_sjis + number(1) + "月"_sjis + number(2) + "日"_sjis;
+      case 0:
+        return "昭和"_sjis + year + "年"_sjis + month + "月"_sjis + day + "日"_sjis;
+      case 1:
+        return "19" + number_half(2) + "/" + month + "/" + day;
+      case 2:
+        return "Ｈ"_sjis + number(2) + "．"_sjis + number(1) + "．"_sjis + number(1);
+      case 3:
+        return "s" + year + "." + month + "." + day;
+      case 4:
+        return "1975" + std::string("0") + number_half(1) + "1" + number_half(1);
+      default:
+        return "平成"_sjis + number(2) + "年"_sjis + number(1) + "月"_sjis + number(2) + "日"_sjis;
     }
   }
 
@@ -132,10 +139,15 @@ class AddressCorpus {
 
   std::string block() {
     switch (below(4)) {
-      case 0: return kanji_number() + "丁目"_sjis + kanji_number() + "番"_sjis + kanji_number() + "号"_sjis;
-      case 1: return number(1) + "-" + number(2) + "-" + number(1);
-      case 2: return number(1) + "丁目"_sjis + number(2) + "番地"_sjis + number(2);
-      default: return number(1) + "－"_sjis + number(2) + "－"_sjis + number(3);
+      case 0:
+        return kanji_number() + "丁目"_sjis + kanji_number() + "番"_sjis + kanji_number() +
+               "号"_sjis;
+      case 1:
+        return number(1) + "-" + number(2) + "-" + number(1);
+      case 2:
+        return number(1) + "丁目"_sjis + number(2) + "番地"_sjis + number(2);
+      default:
+        return number(1) + "－"_sjis + number(2) + "－"_sjis + number(3);
     }
   }
 
