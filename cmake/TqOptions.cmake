@@ -15,6 +15,11 @@ if(CMAKE_SYSTEM_PROCESSOR MATCHES "^i[3-6]86$")
   # four bytes only.
   target_compile_options(tq_options INTERFACE -msse2 -mstackrealign)
 endif()
+if(CMAKE_CXX_COMPILER_ID MATCHES Clang)
+  # GCC's -Wconversion leaves signs alone in C++, and "..."_sjis is made with this extension.
+  target_compile_options(tq_options INTERFACE
+    -Wno-sign-conversion -Wno-gnu-string-literal-operator-template)
+endif()
 if(WIN32)
   # Windows 7 is the oldest system that the platform layer is written for.
   target_compile_definitions(tq_options INTERFACE WIN32_LEAN_AND_MEAN NOMINMAX _WIN32_WINNT=0x0601)

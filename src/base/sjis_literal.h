@@ -4,9 +4,9 @@
 // A character that code page 932 does not have is a compile error. The text must not hold a zero
 // byte of its own, since the result carries no length.
 //
-// clang 14 crashes on a const object with a destructor whose initialiser both holds such a literal
-// and cannot be computed at compile time: `const std::string s = a + std::string("表"_sjis)`. Leave
-// out the const there.
+// The operator takes its characters as a pack, an extension of both compilers. The standard's form,
+// with the text as one template argument, crashes clang 14 where it explains why an initialiser
+// that holds such a literal is not constant.
 #pragma once
 
 #include <cstddef>
@@ -53,9 +53,9 @@ inline constexpr auto kEncoded = encode<kText>();
 
 inline namespace literals {
 
-template <sjis_literal_detail::FixedText kText>
+template <typename Char, Char... kChars>
 consteval const char* operator""_sjis() {
-  return sjis_literal_detail::kEncoded<kText>.bytes;
+  return sjis_literal_detail::kEncoded<sjis_literal_detail::FixedText({kChars..., '\0'})>.bytes;
 }
 
 }  // namespace literals
