@@ -27,7 +27,10 @@ lane() {
     return 0
   fi
   rm -f "build/$preset/results.xml"
-  ctest --preset "$preset" -j "$(nproc)" --output-junit "$PWD/build/$preset/results.xml" \
+  # Windows' dialogs are driven for real, so they need a screen.
+  local screen=()
+  [[ $preset == win* && -z ${DISPLAY:-} ]] && screen=(xvfb-run -a)
+  "${screen[@]}" ctest --preset "$preset" -j "$(nproc)" --output-junit "$PWD/build/$preset/results.xml" \
     >"build/$preset/tests.log" 2>&1 </dev/null || tail -n 80 "build/$preset/tests.log" >&2
   counts=$(python3 scripts/count_tests.py "build/$preset/results.xml")
   read -r lane_passed lane_failed lane_skipped <<<"$counts"

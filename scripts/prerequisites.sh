@@ -7,7 +7,7 @@ packages_linux_asan=("${packages_linux[@]}")
 packages_linux32=("${packages_linux[@]}" g++-multilib)
 # The emulator strips 64-bit libraries in either prefix, hence both binutils.
 packages_win64=("${packages_linux[@]}" g++-mingw-w64-x86-64-posix binutils-mingw-w64-i686 wine wine64
-  locales)
+  locales xauth xvfb)
 packages_win32=("${packages_win64[@]}" g++-mingw-w64-i686-posix)
 packages_bench=("${packages_linux[@]}" libbenchmark-dev)
 packages_fuzz=("${packages_linux[@]}" clang libclang-rt-14-dev)
