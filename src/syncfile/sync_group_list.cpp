@@ -59,7 +59,7 @@ bool is_safe_group_id(std::string_view id) {
 
 std::string CSyncFileCtl::State::new_group_id() const {
   for (int number = 0; number < tq::kIdCount; ++number) {
-    char digits[8];
+    char digits[16];
     std::snprintf(digits, sizeof digits, "%03d", number);
     const std::string id = digits;
     // A group lives where its member folder is. The second name is the one that has always been

@@ -95,7 +95,7 @@ TEST(GroupIds, FollowTheMemberFolders) {
   home.make_folder("member\\001");
   EXPECT_EQ(save_group("t"), "002");
   for (int n = 3; n < 1000; ++n) {
-    char name[16];
+    char name[24];
     std::snprintf(name, sizeof name, "member\\%03d", n);
     home.make_folder(name);
   }
