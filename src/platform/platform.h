@@ -98,6 +98,9 @@ Status replace_file(std::string_view from, std::string_view to);
 // Makes what was created, renamed or removed in the folder survive a power cut. Where the system
 // needs nothing for that it does nothing.
 Status sync_folder(std::string_view folder);
+// The same for whole files and their entries in their folders; for many files much quicker than
+// syncing each. After a failure any of them may not have reached the medium.
+Status sync_files(const std::vector<std::string>& paths);
 
 Status file_times(std::string_view path, FileTimes& times);
 // Sets all three; 0 leaves one as it is. Linux cannot set the creation time; it is kept in an

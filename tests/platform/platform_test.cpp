@@ -242,6 +242,25 @@ TEST_F(Platform, FoldersAndDeleting) {
   EXPECT_EQ(remove_folder(sub).code(), Code::kNotFound);
 }
 
+TEST_F(Platform, SyncFiles) {
+  std::vector<std::string> paths;
+  for (int i = 0; i < 40; ++i) {
+    const std::string name = "sub" + std::to_string(i % 3) + "\\" + std::to_string(i);
+    folder_.write(name, name);
+    paths.push_back(folder_.at(name));
+  }
+  ASSERT_TRUE(set_attributes(paths.front(), kReadOnly).ok());
+  EXPECT_TRUE(sync_files(paths).ok());
+  EXPECT_NE(attributes(paths.front()) & kReadOnly, 0u);
+  EXPECT_TRUE(sync_files({paths[0], paths[1]}).ok());
+  EXPECT_TRUE(sync_files({}).ok());
+  EXPECT_EQ(sync_files({paths[0], folder_.at("none")}).code(), Code::kNotFound);
+  paths.push_back(folder_.at("none"));
+  EXPECT_EQ(sync_files(paths).code(), Code::kNotFound);
+  const fault::FailNth fail(1);
+  EXPECT_EQ(sync_files(paths).code(), Code::kIo);
+}
+
 TEST_F(Platform, UniqueFiles) {
   std::string first, second;
   ASSERT_TRUE(unique_file(folder_.path(), "CSHX", first).ok());

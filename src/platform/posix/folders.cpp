@@ -97,17 +97,6 @@ Status remove_folder(std::string_view path) {
   return failure("remove folder", path);
 }
 
-Status sync_folder(std::string_view folder) {
-  if (Status status = fault::gate("sync folder", folder, true); !status.ok()) return status;
-  NativePath native(folder);
-  if (!native.status().ok()) return native.status();
-  const OpenFolder open = open_folder(native);
-  if (open == nullptr) return failure("sync folder", folder);
-  // EINVAL: a file system that has nothing to sync for a folder.
-  if (::fsync(::dirfd(open.get())) == 0 || errno == EINVAL) return {};
-  return failure("sync folder", folder, Code::kWriteFault);
-}
-
 Status list_folder(std::string_view pattern, std::vector<FolderEntry>& entries) {
   entries.clear();
   if (Status status = fault::gate("list", pattern, false); !status.ok()) return status;

@@ -62,6 +62,13 @@ Status win32::refuse_target(const char* doing, std::string_view path, const Wide
   return refusal(Code::kDenied, doing, path, "it is read-only");
 }
 
+Status win32::require_folder(const char* doing, std::string_view path, const WidePath& wide) {
+  const DWORD bits = ::GetFileAttributesW(wide.c_str());
+  if (bits == INVALID_FILE_ATTRIBUTES) return failure(doing, path);
+  if ((bits & FILE_ATTRIBUTE_DIRECTORY) != 0) return {};
+  return refusal(Code::kNotFound, doing, path, "it is no folder");
+}
+
 std::uint32_t attributes(std::string_view path) {
   const Named named("look at", path, false);
   return named.status.ok() ? win32::attribute_bits(named.info.dwFileAttributes) : kNoAttributes;

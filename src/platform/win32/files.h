@@ -1,4 +1,4 @@
-// Attribute bits and what they forbid, shared by single files and copies.
+// Attribute bits and what they forbid, shared by the operations on files and folders.
 #pragma once
 
 #include <windows.h>
@@ -19,5 +19,8 @@ inline std::uint32_t attribute_bits(DWORD system) {
 // Refuses what cannot be written over: a folder or a read-only file. The system would do so too,
 // but only says "access denied", and Wine lets the superuser pass.
 Status refuse_target(const char* doing, std::string_view path, const WidePath& wide);
+
+// kNotFound when it is something else than a folder.
+Status require_folder(const char* doing, std::string_view path, const WidePath& wide);
 
 }  // namespace tq::platform::win32

@@ -5,6 +5,7 @@
 #include "platform/names.h"
 #include "platform/platform.h"
 #include "platform/win32/errors.h"
+#include "platform/win32/files.h"
 #include "platform/win32/paths.h"
 
 namespace tq::platform {
@@ -53,13 +54,6 @@ void add_entry(const WIN32_FIND_DATAW& found, const Pattern& mask,
   entries.push_back(std::move(entry));
 }
 
-Status require_folder(const char* doing, std::string_view path, const WidePath& wide) {
-  const DWORD bits = ::GetFileAttributesW(wide.c_str());
-  if (bits == INVALID_FILE_ATTRIBUTES) return failure(doing, path);
-  if ((bits & FILE_ATTRIBUTE_DIRECTORY) != 0) return {};
-  return refusal(Code::kNotFound, doing, path, "it is no folder");
-}
-
 }  // namespace
 
 Status create_folder(std::string_view path) {
@@ -76,14 +70,6 @@ Status remove_folder(std::string_view path) {
   return ::RemoveDirectoryW(wide.c_str()) ? Status() : failure("remove folder", path);
 }
 
-// The file system's journal keeps folders; what replaces a file is written through.
-Status sync_folder(std::string_view folder) {
-  if (Status status = fault::gate("sync folder", folder, true); !status.ok()) return status;
-  const WidePath wide(folder);
-  if (!wide.status().ok()) return wide.status();
-  return require_folder("sync", folder, wide);
-}
-
 Status list_folder(std::string_view pattern, std::vector<FolderEntry>& entries) {
   entries.clear();
   if (Status status = fault::gate("list", pattern, false); !status.ok()) return status;
@@ -96,7 +82,7 @@ Status list_folder(std::string_view pattern, std::vector<FolderEntry>& entries) 
     // The root of an empty drive has not even "." in it.
     if (::GetLastError() == ERROR_FILE_NOT_FOUND) return {};
     const Status failed = failure("list", pattern);
-    const Status wrong = require_folder("list", pattern, wide);
+    const Status wrong = win32::require_folder("list", pattern, wide);
     return wrong.ok() ? failed : wrong;
   }
   const Pattern mask(parts.mask);
