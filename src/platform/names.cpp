@@ -127,6 +127,7 @@ const char* parse(std::string_view path, ParsedPath& parsed) {
     names.fixed = 2;
     path.remove_prefix(2);
     if (path.starts_with('?') || path.starts_with('.')) return "is a device path";
+    if (!path.empty() && is_separator(path[0])) return "names no share";
   }
   if (const char* fault = add_names(path, names)) return fault;
   if (names.count < names.fixed) return "names no share";

@@ -53,6 +53,7 @@ const ParseCase kParseCases[] = {
     {"share", "\\\\server\\share\\a", true, 0, "\\server\\share\\a"},
     {"above the share", "\\\\server\\share\\..\\..\\a", false, 0, ""},
     {"server only", "\\\\server\\", false, 0, ""},
+    {"a server that would read as a device path", "\\\\\\.a\\share", false, 0, ""},
 };
 
 TEST(Names, ParsePath) {
