@@ -9,7 +9,7 @@ packages_linux32=("${packages_linux[@]}" g++-multilib)
 packages_win64=("${packages_linux[@]}" g++-mingw-w64-x86-64-posix binutils-mingw-w64-i686 wine wine64
   locales xauth xvfb)
 packages_win32=("${packages_win64[@]}" g++-mingw-w64-i686-posix)
-packages_bench=("${packages_linux[@]}" libbenchmark-dev)
+packages_bench=("${packages_linux[@]}" libbenchmark-dev libicu-dev nkf)
 packages_fuzz=("${packages_linux[@]}" clang libclang-rt-14-dev)
 packages_checks=("${packages_linux[@]}" git clang-format clang-tidy)
 

@@ -2,8 +2,7 @@
 // a destination, over the text itself and beside it.
 #pragma once
 
-#include <gtest/gtest.h>
-
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <functional>
@@ -25,31 +24,37 @@ inline std::string hex(std::string_view text) {
   return out;
 }
 
-// Expects `want`, and that no byte behind the result is touched. The text stands in a block of its
-// own size, so that reading past it is found by the sanitizer.
-inline void expect_conversion(const Conversion& convert, std::string_view text,
-                              std::string_view want) {
-  SCOPED_TRACE(hex(text.substr(0, 200)));
+// What is wrong with the conversion of a text to `want`, empty if nothing is. The text and the
+// result stand in blocks of their own sizes, so that a step past either is found: by the sanitizer,
+// or by the byte behind the result.
+inline std::string conversion_fault(const Conversion& convert, std::string_view text,
+                                    std::string_view want) {
   const auto size = static_cast<std::int32_t>(want.size());
   const auto src = std::make_unique<char[]>(text.size() + 1);
   std::memcpy(src.get(), text.data(), text.size());
-  EXPECT_EQ(convert(src.get(), nullptr), size);
+  const auto fault = [&](const char* what, std::string_view got) {
+    return std::string(what) + "\n text " + hex(text) + "\n want " + hex(want) + "\n got  " +
+           hex(got);
+  };
+  if (convert(src.get(), nullptr) != size) return fault("length without a destination", "");
 
   const auto dst = std::make_unique<char[]>(want.size() + 2);
   std::memset(dst.get(), '\x5A', want.size() + 2);
-  EXPECT_EQ(convert(src.get(), dst.get()), size);
-  EXPECT_EQ(hex({dst.get(), want.size()}), hex(want));
-  EXPECT_EQ(dst[want.size()], '\0');
-  EXPECT_EQ(dst[want.size() + 1], '\x5A') << "the byte behind the result";
+  const std::string_view got(dst.get(), want.size());
+  if (convert(src.get(), dst.get()) != size || got != want) return fault("result", got);
+  if (dst[want.size()] != '\0') return fault("no zero byte behind the result", got);
+  if (dst[want.size() + 1] != '\x5A') return fault("a byte behind the result", got);
 
   // Over the text, and with the result one byte before and behind it.
   for (const std::ptrdiff_t shift : {0, -1, 1}) {
-    SCOPED_TRACE(shift);
     std::string both(text.size() + want.size() + 3, '\x5A');
     std::memcpy(both.data() + 1, src.get(), text.size() + 1);
-    EXPECT_EQ(convert(both.data() + 1, both.data() + 1 + shift), size);
-    EXPECT_EQ(hex(both.c_str() + 1 + shift), hex(want));
+    char* const over = both.data() + 1 + shift;
+    if (convert(both.data() + 1, over) != size || over != want) {
+      return fault("result over the text", over);
+    }
   }
+  return "";
 }
 
 }  // namespace tq::test

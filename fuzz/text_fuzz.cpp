@@ -1,0 +1,97 @@
+// Every text utility on bytes of any kind, against the plain reference. The first byte chooses the
+// function, so that one set of seeds serves all.
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+#include <string_view>
+
+#include "textutil/call.h"
+#include "textutil/reference.h"
+#include "textutil/width_rules.h"
+#include "tqutil/textutil.h"
+
+namespace {
+
+using namespace tq::test;
+
+void require(const std::string& fault) {
+  if (fault.empty()) return;
+  std::fprintf(stderr, "%s\n", fault.c_str());
+  std::abort();
+}
+
+// The loop over characters, which long texts use only where there is no SSE2.
+template <class Rule>
+Conversion by_character() {
+  return [](const char* src, char* dst) {
+    const std::string_view text(src);
+    std::string out(text.size() * Rule::kGrowth + tq::textutil::kSlack, '\0');
+    const auto done = tq::textutil::rewrite_by_character<Rule>(text, text.size(), out.data());
+    const auto size = static_cast<std::size_t>(done.out - out.data());
+    if (dst != nullptr) std::memcpy(dst, out.c_str(), size + 1);
+    if (dst != nullptr) dst[size] = '\0';
+    return static_cast<std::int32_t>(size);
+  };
+}
+
+void check_dates(const std::string& text, short number) {
+  require(conversion_fault([](const char* src, char* dst) { return tqDateFormatZH(src, dst, 0); },
+                           text, reference_date_half(text)));
+  const ReferenceDate want = reference_date(text, number);
+  short year = 0;
+  short month = 0;
+  short day = 0;
+  const short form = tqDateFormatCnv3(text.c_str(), &year, &month, &day, number);
+  if (form != want.form || year != want.year || month != want.month || day != want.day) {
+    require("parts of the date " + hex(text));
+  }
+  tqDateFormatCnv3(text.c_str(), &year, &month, &day, 0);
+  const bool compact = form == 1 && tqDateFormatCnv4(text.c_str(), &year, &month, &day) == 0;
+  std::string out(text.size() + 21, '\0');
+  const short result = tqDateFormatCnv(text.c_str(), out.data(), number, 1);
+  if (result != (form == 0 || compact ? 0 : 1)) require("whether it is a date " + hex(text));
+  if (result == 1 && tq::sjis::cut(text, 1000) != out.c_str()) require("no date " + hex(text));
+  if (result == 0 && reference_print(year, month, day, number, true) != out.c_str()) {
+    require("printed date " + hex(text));
+  }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  if (size < 2) return 0;
+  const auto choice = static_cast<char>(data[0]);
+  std::string text(reinterpret_cast<const char*>(data) + 1, size - 1);
+  text.resize(std::min(text.find('\0'), text.size()));
+  switch (choice) {
+    case 'h':
+      require(conversion_fault(tqStrToHan, text, reference_half(text)));
+      require(conversion_fault(by_character<tq::textutil::ToHalf>(), text, reference_half(text)));
+      break;
+    case 'f':
+      require(conversion_fault(tqStrToZen, text, reference_full(text)));
+      require(conversion_fault(by_character<tq::textutil::ToFull>(), text, reference_full(text)));
+      break;
+    case 's':
+      require(conversion_fault(tqStrDelSpace, text, reference_without_spaces(text)));
+      break;
+    case 'k':
+      require(conversion_fault(tqAddressStrKan2Nrm, text, reference_address(text)));
+      break;
+    case 'd':
+      check_dates(text, static_cast<short>(text.size() % 7));
+      break;
+    default: {
+      const std::string unwanted = text.substr(0, static_cast<unsigned char>(choice) % 8);
+      const auto without = [&](const char* src, char* dst) {
+        return tqStrDelAnyTok(unwanted.c_str(), src, dst);
+      };
+      require(conversion_fault(without, text, reference_without_bytes(unwanted, text)));
+    }
+  }
+  return 0;
+}
