@@ -89,19 +89,24 @@ Status make_unique_file(std::string_view folder, std::string_view prefix, std::s
   return status;
 }
 
-bool count_unique_name(std::string_view folder, std::string_view prefix, std::string& path) {
+bool count_free_name(std::string_view stem, int& number, std::string& path) {
   constexpr int kNumbers = 99999;
-  std::string stem(folder);
-  AddBackslash(stem);
-  stem += prefix;
-  for (int number = 0; number < kNumbers; ++number) {
+  while (number < kNumbers) {
     char tail[16];
-    std::snprintf(tail, sizeof tail, "%05d.tmp", number);
-    path = stem + tail;
+    std::snprintf(tail, sizeof tail, "%05d.tmp", number++);
+    path = std::string(stem) + tail;
     if (!platform::exists(path)) return true;
   }
   path.clear();
   return false;
+}
+
+bool count_unique_name(std::string_view folder, std::string_view prefix, std::string& path) {
+  std::string stem(folder);
+  AddBackslash(stem);
+  stem += prefix;
+  int number = 0;
+  return count_free_name(stem, number, path);
 }
 
 namespace {

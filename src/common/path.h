@@ -44,8 +44,11 @@ void delete_matching(std::string_view pattern);
 // A new, unique, empty file `<prefix>….tmp` in the folder: up to three tries, 10 ms apart.
 Status make_unique_file(std::string_view folder, std::string_view prefix, std::string& path);
 
-// The first of "<folder>\<prefix><5 digits>.tmp", numbers 0 to 99998, under which nothing exists;
-// false when all are taken. Creates nothing.
+// The first of "<stem><5 digits>.tmp", numbers `number` to 99998, under which nothing exists;
+// `number` becomes the one after it. False with an empty path when all are taken. Creates nothing.
+bool count_free_name(std::string_view stem, int& number, std::string& path);
+
+// The same for "<folder>\<prefix><5 digits>.tmp" from number 0 on.
 bool count_unique_name(std::string_view folder, std::string_view prefix, std::string& path);
 
 // The target's old content or all of `bytes`, never half: a temporary file beside it is written,

@@ -142,10 +142,13 @@ class File {
  public:
   File() = default;
   File(File&& other) noexcept
-      : handle_(std::exchange(other.handle_, kClosed)), path_(std::move(other.path_)) {}
+      : handle_(std::exchange(other.handle_, kClosed)),
+        path_(std::move(other.path_)),
+        native_(std::move(other.native_)) {}
   File& operator=(File&& other) noexcept {
     std::swap(handle_, other.handle_);
     std::swap(path_, other.path_);
+    std::swap(native_, other.native_);
     return *this;
   }
   File(const File&) = delete;
@@ -153,6 +156,10 @@ class File {
   ~File();
 
   Status open(std::string_view path, OpenMode mode);
+  // Opens the file that was closed here last once more, for appending. It is taken to be the same
+  // ordinary file still, so this costs little more than the system's own part; for files that are
+  // closed after every line.
+  Status append_again();
   bool is_open() const { return handle_ != kClosed; }
 
   // Reads up to `size` bytes, sometimes fewer; `got` is 0 only at the end of the file.
@@ -173,7 +180,8 @@ class File {
   static constexpr std::intptr_t kClosed = -1;
 
   std::intptr_t handle_ = kClosed;
-  std::string path_;  // for error texts
+  std::string path_;    // for error texts, and to open the file again
+  std::string native_;  // the same as the system takes it; posix only
 };
 
 // --- Memory --------------------------------------------------------------------------------------

@@ -47,6 +47,10 @@ void TQ_CALL get_caption(void*, char* caption) {
   }
 }
 
+void TQ_CALL set_history_no(void*, uint16_t number) { history_filing().number = number; }
+
+void TQ_CALL set_history_app_id(void*, uint16_t app_id) { history_filing().app_id = app_id; }
+
 }  // namespace
 
 tFLDCOM_API builtin_fldcom() {
@@ -64,6 +68,8 @@ tFLDCOM_API builtin_fldcom() {
   api.FldComGetFldFolder2b = get_folder<kFields2b>;
   api.FldComGetFldFolder3 = get_folder<kFields3>;
   api.FldComGetCaption = get_caption;
+  api.FldComSetHistoryNo = set_history_no;
+  api.FldComSetHistoryAppId = set_history_app_id;
   return api;
 }
 

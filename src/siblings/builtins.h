@@ -1,6 +1,8 @@
 // The built-in default of each sibling: one file a table.
 #pragma once
 
+#include <cstdint>
+
 #include "tqutil/siblings.h"
 
 namespace tq {
@@ -14,5 +16,15 @@ tADRCONV_API builtin_adrconv();
 // Message boxes, and the dialogs of the platform: windows, or the terminal.
 tERRBOX_API builtin_errbox();
 tDIALOG_API builtin_dialog();
+
+// A log of records in the work folder, one a process.
+tHSTYTMP_API builtin_hstytmp();
+
+// Under what the built-in store files the records that follow; `fldcom` is told.
+struct HistoryFiling {
+  std::uint16_t number = 0;
+  std::uint16_t app_id = 0;
+};
+HistoryFiling& history_filing();
 
 }  // namespace tq

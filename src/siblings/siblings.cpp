@@ -58,7 +58,7 @@ struct Tables {
   tFLDCOM_API fldcom = builtin_fldcom();
   tRECDB_API recdb{};
   tADRCONV_API adrconv = builtin_adrconv();
-  tHSTYTMP_API hstytmp{};
+  tHSTYTMP_API hstytmp = builtin_hstytmp();
   tERRBOX_API errbox = builtin_errbox();
   tDIALOG_API dialog = builtin_dialog();
 };

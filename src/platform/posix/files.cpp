@@ -196,7 +196,7 @@ Status File::open(std::string_view path, OpenMode mode) {
   opened.handle_ = fd;
   fault::count_handle(1);
   struct statx info;
-  if (Node(fd).stat(info) != 0) return failure("open", path);
+  if (Node(fd).stat_without_times(info) != 0) return failure("open", path);
   if (const char* why = posix::refuse_open(info, writing && mode != OpenMode::kCreateNew)) {
     return refusal(Code::kDenied, "open", path, why);
   }
@@ -204,7 +204,18 @@ Status File::open(std::string_view path, OpenMode mode) {
     return failure("empty", path);
   }
   opened.path_ = path;
+  opened.native_ = native.text();
   *this = std::move(opened);
+  return {};
+}
+
+Status File::append_again() {
+  if (is_open()) return refusal(Code::kBusy, "open", path_, "another file is open here");
+  if (Status status = fault::gate("open", path_, true); !status.ok()) return status;
+  const int fd = ::open(native_.c_str(), O_RDWR | O_APPEND | posix::kAlways);
+  if (fd < 0) return open(std::string(path_), OpenMode::kAppend);  // gone, or given other rights
+  handle_ = fd;
+  fault::count_handle(1);
   return {};
 }
 

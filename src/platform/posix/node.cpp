@@ -28,8 +28,13 @@ FileTime created(const struct statx& info) {
 
 }  // namespace
 
-int Node::stat(struct statx& info) const {
-  const unsigned wanted = STATX_BASIC_STATS | STATX_BTIME;
+int Node::stat(struct statx& info) const { return stat(info, STATX_BASIC_STATS | STATX_BTIME); }
+
+int Node::stat_without_times(struct statx& info) const {
+  return stat(info, STATX_TYPE | STATX_MODE | STATX_SIZE);
+}
+
+int Node::stat(struct statx& info, unsigned wanted) const {
   return path_ == nullptr ? ::statx(fd_, "", AT_EMPTY_PATH, wanted, &info)
                           : ::statx(AT_FDCWD, path_, 0, wanted, &info);
 }

@@ -28,6 +28,9 @@ class Node {
   explicit Node(const char* path) : path_(path) {}  // which must outlive the node
 
   int stat(struct statx& info) const;
+  // Kind, permissions and size only. Whoever asks for the times of a file makes the system store
+  // new ones at the next write, which costs more than the write itself.
+  int stat_without_times(struct statx& info) const;
   // Attribute bits as platform.h has them.
   std::uint32_t attributes(const struct statx& info) const;
   int set_attributes(const struct statx& info, std::uint32_t bits) const;
@@ -35,6 +38,7 @@ class Node {
   int set_times(const struct statx& info, const FileTimes& times) const;
 
  private:
+  int stat(struct statx& info, unsigned wanted) const;
   long get(const char* name, char* value, std::size_t size) const;
   int put(const struct statx& info, const char* name, const char* value) const;
   int change_mode(unsigned mode) const;

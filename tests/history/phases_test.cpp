@@ -1,0 +1,243 @@
+// The phases of a run: what the store is told, what it recorded and where the lines go. The store
+// is the built-in one unless a case says otherwise.
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "base/sjis_literal.h"
+#include "history/categories.h"
+#include "platform/fault.h"
+#include "support/home.h"
+#include "tqutil/history.h"
+#include "tqutil/siblings.h"
+
+namespace {
+
+using namespace tq::literals;
+using tq::test::kCategories;
+using tq::test::lines_of;
+using tq::test::TestHome;
+namespace fault = tq::platform::fault;
+using Lines = std::vector<std::string>;
+
+constexpr short kRun = -1;
+
+const tTQ_SIBLINGS& siblings() {
+  static tTQ_SIBLINGS now{};
+  now.size = sizeof now;
+  tqGetSiblings(&now);
+  return now;
+}
+
+// As the application's record layer does while a phase runs.
+short record(int32_t number, const std::string& name, const std::string& detail = "d") {
+  tHSTYTMP_REC record{};
+  record.recordNo = number;
+  name.copy(record.name, sizeof record.name);
+  detail.copy(record.detail, sizeof record.detail);
+  return siblings().hstytmp->HstyTmpWrite(siblings().hstytmp->context, &record);
+}
+
+// By value: the field is not aligned.
+int32_t number_of(const tHSTYTMP_REC& record) { return record.recordNo; }
+
+struct Phase {
+  const char* name;
+  short (CHistoryCtl::*befor)(short);
+  short (CHistoryCtl::*get)(short);
+  int category;  // in kCategories; -1: copies nothing
+};
+const Phase kPhases[] = {
+    {"App2Xdb", &CHistoryCtl::HstyBeforApp2Xdb, &CHistoryCtl::HstyGetApp2Xdb, 0},
+    {"Xdb2App", &CHistoryCtl::HstyBeforXdb2App, &CHistoryCtl::HstyGetXdb2App, 1},
+    {"WriteXdb", &CHistoryCtl::HstyBeforWriteXdb, &CHistoryCtl::HstyGetWriteXdb, 2},
+    {"WriteXdbDmy", &CHistoryCtl::HstyBeforWriteXdbDmy, &CHistoryCtl::HstyGetWriteXdbDmy, -1},
+};
+
+TEST(Phases, RecordsBecomeLinesOfTheirCategory) {
+  TestHome home;
+  const std::string line = "-5 レコード - 山田 [ 氏名 ]"_sjis;
+  for (const Phase& phase : kPhases) {
+    SCOPED_TRACE(phase.name);
+    CHistoryCtl history;
+    ASSERT_EQ(history.CreateHistory(2), 0);
+    EXPECT_EQ((history.*phase.befor)(-1), -1);
+    EXPECT_EQ((history.*phase.befor)(2), -1);
+    ASSERT_EQ((history.*phase.befor)(1), 0);
+    EXPECT_EQ(record(-5, "山田"_sjis, "氏名"_sjis), 0);
+    EXPECT_EQ(record(2147483647, "x", ""), 0);
+    EXPECT_EQ((history.*phase.get)(1), 0);
+    for (int i = 0; i < 6; ++i) {
+      const bool here = i == phase.category;
+      EXPECT_EQ(lines_of(history, kCategories[i], 1),
+                here ? Lines({line, "2147483647 レコード - x [  ]"_sjis}) : Lines());
+      EXPECT_EQ((history.*kCategories[i].cnt)(0) + (history.*kCategories[i].cnt)(kRun), 0);
+    }
+    ASSERT_EQ((history.*phase.befor)(1), 0);
+    EXPECT_EQ((history.*phase.get)(1), 0) << "an empty store";
+    EXPECT_EQ(history.GetInfo4ReadCnt(1) + history.GetInfo4WriteCnt(1) + history.GetInfo4TranCnt(1),
+              phase.category < 0 ? 0 : 2)
+        << "the earlier records are gone";
+  }
+  CHistoryCtl history;
+  ASSERT_EQ(history.CreateHistory(0), 0);
+  EXPECT_EQ(history.HstyBeforMst(), 0);
+  record(1, "master");
+  EXPECT_EQ(history.HstyGetMst(), 0);
+  EXPECT_EQ(lines_of(history, kCategories[2], kRun), Lines({"1 レコード - master [ d ]"_sjis}));
+}
+
+// A store of the application's that counts what it is asked.
+struct Asked {
+  std::string calls;
+  int records = 0;
+};
+
+void TQ_CALL note(void* context, const char* what, int value) {
+  static_cast<Asked*>(context)->calls += what + std::to_string(value) + " ";
+}
+
+TEST(Phases, WhatTheStoreIsTold) {
+  TestHome home;
+  Asked asked;
+  tFLDCOM_API fldcom{};
+  fldcom.size = sizeof fldcom;
+  fldcom.context = &asked;
+  fldcom.FldComSetHistoryNo = [](void* context, uint16_t n) { note(context, "no ", n); };
+  fldcom.FldComSetHistoryAppId = [](void* context, uint16_t n) { note(context, "app ", n); };
+  tHSTYTMP_API store{};
+  store.size = sizeof store;
+  store.context = &asked;
+  store.HstyTmpDelete = [](void* context) { note(context, "delete", 0); };
+  store.HstyTmpTerm = [](void* context) { note(context, "term", 0); };
+  store.HstyTmpExists = [](void* context) {
+    return static_cast<short>(static_cast<Asked*>(context)->records);
+  };
+  store.HstyTmpRead = [](void* context, tHSTYTMP_REC* record, short number) {
+    note(context, "read ", number);
+    std::memset(record->name, 'n', sizeof record->name);  // no terminator
+    return static_cast<short>(static_cast<Asked*>(context)->records-- > 0 ? 0 : 1);
+  };
+  store.HstyTmpWrite = [](void*, const tHSTYTMP_REC*) { return short{0}; };
+  tTQ_SIBLINGS all{sizeof all, &fldcom, nullptr, nullptr, &store, nullptr, nullptr};
+  ASSERT_EQ(tqSetSiblings(&all), 0);
+  {
+    CHistoryCtl history;
+    history.CreateHistory(3);
+    tSYNC_INFO info{};
+    info.appType = 20;
+    info.appType2 = 30;
+    history.AddFileInfo("001001", &info);
+    info.appType = 0;
+    history.AddFileInfo("001002", &info);
+    struct Case {
+      const char* why;
+      short index, records, result;
+      std::string calls;
+    };
+    const Case befor[] = {
+        {"first number", 0, 0, 0, "delete0 no 0 app 20 "},
+        {"second number when the first is 0", 1, 0, 0, "delete0 no 1 app 30 "},
+        {"a file that was never registered", 2, 0, 0, "delete0 no 2 app 0 "},
+        {"past the end", 3, 0, -1, ""},
+        {"the run is no file", -1, 0, -1, ""},
+    };
+    for (const Case& c : befor) {
+      SCOPED_TRACE(c.why);
+      asked = {};
+      EXPECT_EQ(history.HstyBeforWriteXdb(c.index), c.result);
+      EXPECT_EQ(asked.calls, c.calls);
+    }
+    asked = {};
+    history.HstyBeforMst();
+    EXPECT_EQ(asked.calls, "delete0 no 0 app 1000 ");
+    const Case get[] = {
+        {"nothing recorded: nothing read", 2, 0, 0, "term0 "},
+        {"until there is no more", 2, 1, 0, "term0 read 2 read 2 "},
+        {"-1 copies to the run", -1, 1, 0, "term0 read -1 read -1 "},
+        {"the index is not looked at before the line is written", 3, 1, -1, "term0 read 3 "},
+    };
+    for (const Case& c : get) {
+      SCOPED_TRACE(c.why);
+      asked = {"", c.records};
+      EXPECT_EQ(history.HstyGetApp2Xdb(c.index), c.result);
+      EXPECT_EQ(asked.calls, c.calls);
+      EXPECT_EQ(history.LastErrorDetail(), c.result == 0 ? 0 : TQ_HISTORY_DETAIL_COPY);
+    }
+    EXPECT_EQ(history.LastError(), TQ_HISTORY_WRITE);
+    EXPECT_EQ(history.GetInfo4ReadCnt(kRun), 1);
+    asked = {"", 1};
+    EXPECT_EQ(history.HstyGetMst(), 0);
+    EXPECT_EQ(asked.calls, "term0 read 0 read 0 ");
+  }
+  tqSetSiblings(nullptr);
+}
+
+TEST(BuiltInStore, KeepsRecordsByNumberInOrder) {
+  TestHome home;
+  const tTQ_SIBLINGS& now = siblings();
+  const auto set_number = [&](int number) {
+    now.fldcom->FldComSetHistoryNo(now.fldcom->context, static_cast<uint16_t>(number));
+  };
+  const tHSTYTMP_API& store = *now.hstytmp;
+  store.HstyTmpDelete(store.context);
+  EXPECT_EQ(store.HstyTmpExists(store.context), 0);
+  constexpr int kRecords = 1000;
+  for (int i = 0; i < kRecords; ++i) {
+    set_number(i % 3);
+    ASSERT_EQ(record(i, std::string(300, 'a')), 0);
+  }
+  store.HstyTmpTerm(store.context);
+  EXPECT_NE(store.HstyTmpExists(store.context), 0);
+  tHSTYTMP_REC got{};
+  for (int i = 0; i < 6; i += 3) {
+    ASSERT_EQ(store.HstyTmpRead(store.context, &got, 0), 0);
+    EXPECT_EQ(number_of(got), i);
+  }
+  EXPECT_EQ(std::string(got.name, sizeof got.name), std::string(256, 'a'));
+  for (int i = 2; i < kRecords; i += 3) {
+    ASSERT_EQ(store.HstyTmpRead(store.context, &got, 2), 0);
+    ASSERT_EQ(number_of(got), i);
+  }
+  EXPECT_NE(store.HstyTmpRead(store.context, &got, 2), 0);
+  EXPECT_NE(store.HstyTmpRead(store.context, &got, 7), 0) << "nothing under that number";
+  EXPECT_EQ(store.HstyTmpRead(store.context, &got, 0), 0) << "a change of number starts over";
+  EXPECT_EQ(number_of(got), 0);
+  store.HstyTmpDelete(store.context);
+  EXPECT_NE(store.HstyTmpRead(store.context, &got, 0), 0);
+  EXPECT_EQ(home.contents().size(), 1u);
+}
+
+// 100 records recorded and read with one operation failing: what comes back is whole and in order,
+// and everything is there unless the store said that it failed or the reading did.
+TEST(BuiltInStore, EveryFailureLeavesWholeRecords) {
+  bool hit = true;
+  for (int nth = 1; hit; ++nth) {
+    SCOPED_TRACE(nth);
+    TestHome home;
+    const int handles = fault::open_handles();
+    const tHSTYTMP_API& store = *siblings().hstytmp;
+    const fault::FailNth failing(nth);
+    store.HstyTmpDelete(store.context);
+    bool kept = true;
+    for (int i = 0; i < 100; ++i) kept &= record(i, "n" + std::to_string(i)) == 0;
+    store.HstyTmpTerm(store.context);
+    tHSTYTMP_REC got{};
+    int count = 0;
+    for (int last = -1; store.HstyTmpRead(store.context, &got, 0) == 0; last = number_of(got)) {
+      EXPECT_LT(last, number_of(got));
+      EXPECT_EQ(got.name, "n" + std::to_string(number_of(got)));
+      ++count;
+    }
+    EXPECT_TRUE(count == 100 || failing.hit());
+    EXPECT_TRUE(kept || count < 100);
+    store.HstyTmpDelete(store.context);
+    EXPECT_EQ(fault::open_handles(), handles);
+    EXPECT_TRUE(failing.hit() || home.contents().size() == 1);
+    hit = failing.hit();
+  }
+}
+
+}  // namespace
