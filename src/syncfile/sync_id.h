@@ -15,6 +15,14 @@ inline bool same_record(const tSYNC_ID& a, const tSYNC_ID& b) {
   return a.grp == b.grp && a.file == b.file && a.rec == b.rec;
 }
 
+// The identity as one number, and the part of it that names the member file.
+inline std::uint32_t file_key(const tSYNC_ID& id) {
+  return static_cast<std::uint32_t>(id.grp) << 16 | id.file;
+}
+inline std::uint64_t record_key(const tSYNC_ID& id) {
+  return static_cast<std::uint64_t>(file_key(id)) << 32 | id.rec;
+}
+
 namespace sync_id_detail {
 
 // The decimal number in at most `width` characters from `text`: blanks and a sign may come first,

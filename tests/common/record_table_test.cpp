@@ -106,9 +106,9 @@ std::vector<int> literal(std::vector<int> keys, bool exchange) {
   for (std::size_t i = 0; i + 1 < keys.size(); ++i) {
     std::size_t smallest = i;
     for (std::size_t j = i + 1; j < keys.size(); ++j) {
-      // The tens are the key; the ones tell equal keys apart.
-      if (exchange && keys[j] / 10 < keys[i] / 10) std::swap(keys[i], keys[j]);
-      if (!exchange && keys[j] / 10 < keys[smallest] / 10) smallest = j;
+      // The thousands are the key; the rest tells equal keys apart.
+      if (exchange && keys[j] / 1000 < keys[i] / 1000) std::swap(keys[i], keys[j]);
+      if (!exchange && keys[j] / 1000 < keys[smallest] / 1000) smallest = j;
     }
     if (!exchange) std::swap(keys[i], keys[smallest]);
   }
@@ -117,21 +117,33 @@ std::vector<int> literal(std::vector<int> keys, bool exchange) {
 
 TEST(Sorting, GivesTheLiteralOrderWithAndWithoutTies) {
   std::mt19937 random(7);
-  for (int round = 0; round < 600; ++round) {
-    std::vector<int> keys(random() % 12);
-    const unsigned range = round % 3 == 0 ? 1000 : 4;  // mostly distinct, or mostly ties
+  for (int round = 0; round < 3000; ++round) {
+    std::vector<int> keys(random() % (round % 50 == 0 ? 300 : 12));
+    const unsigned range = round % 3 == 0 ? 200 : 4;  // mostly distinct, or mostly ties
     for (std::size_t i = 0; i < keys.size(); ++i) {
-      keys[i] = static_cast<int>(random() % range * 10 + i % 10);
+      keys[i] = static_cast<int>(random() % range * 1000 + i);
     }
-    const auto before = [&](std::size_t a, std::size_t b) { return keys[a] / 10 < keys[b] / 10; };
+    const auto before = [&](std::size_t a, std::size_t b) {
+      return keys[a] / 1000 < keys[b] / 1000;
+    };
     for (const bool exchange : {true, false}) {
       std::vector<int> sorted;
-      const auto order = exchange ? tq::exchange_order(keys.size(), before)
-                                  : tq::selection_order(keys.size(), before);
+      auto order = exchange ? tq::exchange_order(keys.size(), before)
+                            : tq::selection_order(keys.size(), before);
       for (const auto place : order) sorted.push_back(keys[place]);
       ASSERT_EQ(sorted, literal(keys, exchange)) << "round " << round << " exchange " << exchange;
+      std::vector<int> moved = keys;
+      tq::apply_order(order, [&](auto a, auto b) { std::swap(moved[a], moved[b]); });
+      ASSERT_EQ(moved, sorted) << "round " << round;
     }
   }
+}
+
+TEST(Sorting, ExchangeOrderOfManyTiesIsQuick) {
+  constexpr std::uint32_t kCount = 200000;  // as the sort itself this takes a minute
+  const auto key = [](std::uint32_t i) { return (i * 7919U) % 10; };
+  const auto order = tq::exchange_order(kCount, [&](auto a, auto b) { return key(a) < key(b); });
+  for (std::uint32_t i = 1; i < kCount; ++i) ASSERT_LE(key(order[i - 1]), key(order[i]));
 }
 
 }  // namespace
