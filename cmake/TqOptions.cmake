@@ -23,6 +23,8 @@ endif()
 if(WIN32)
   # Windows 7 is the oldest system that the platform layer is written for.
   target_compile_definitions(tq_options INTERFACE WIN32_LEAN_AND_MEAN NOMINMAX _WIN32_WINNT=0x0601)
+  # Programs find the DLL in their own folder.
+  set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
   # Tests and tools run through Wine where this is a cross build, in a prefix of the build's own.
   if(CMAKE_CROSSCOMPILING)
     set(CMAKE_CROSSCOMPILING_EMULATOR
