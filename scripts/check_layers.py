@@ -35,7 +35,13 @@ BELOW_THE_INTERFACE = ["base", "platform", "common"]
 # Headers that every family may include: the ids that all of them key their tables by.
 SHARED_BY_FAMILIES = ["syncfile/sync_id.h"]
 # Inside tqsync: decisions do not print, readers do not decide.
-TOOL_MAY_INCLUDE = {"files": ["files"], "engine": ["engine", "files"]}
+TOOL_MAY_INCLUDE = {
+    "text": ["text"],
+    "files": ["files", "text"],
+    "engine": ["engine", "files", "text"],
+    "library": ["library", "engine", "files", "text"],
+    "terminal": ["terminal", "text"],
+}
 
 # Folders that may look inside the library, each with its own quoted headers.
 INSIDERS = ["tests", "bench", "fuzz"]
@@ -91,6 +97,8 @@ def why_not(root, path, quoted, target):
         return why_not_in_tool(root, path, target)
     if place in INSIDERS:
         homes = [root / place, root / "src", root / "tests", (root / path).parent]
+        if path.parts[1] == "tqsync":
+            homes.append(root / "tools" / "tqsync")
         return None if any((home / target).exists() for home in homes) else "no such header"
     return why_not_in_library(root, path, target)
 

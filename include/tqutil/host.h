@@ -39,6 +39,7 @@ int32_t TQ_CALL tqSjisToUtf8(const char* sjis, int32_t length, char* utf8,
 #define TQ_FOLDER_BACKUP 4
 #define TQ_FOLDER_GROUP 5
 #define TQ_FOLDER_MEMBER 6
+#define TQ_FOLDER_HOME 7 /* where the built-in siblings look for tqutil.ini; it need not exist */
 short TQ_CALL tqGetFolder(short which, char* folder) TQ_NOEXCEPT;
 
 TQ_END_DECLS

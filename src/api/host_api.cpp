@@ -9,6 +9,7 @@
 #include "common/path.h"
 #include "common/text.h"
 #include "platform/platform.h"
+#include "siblings/home.h"
 #include "siblings/siblings.h"
 #include "tqutil/host.h"
 #include "tqutil/records.h"
@@ -97,9 +98,12 @@ int32_t TQ_CALL tqSjisToUtf8(const char* sjis, int32_t length, char* utf8, int32
 
 short TQ_CALL tqGetFolder(short which, char* folder) noexcept {
   tq::copy_text(folder, TQ_PATH_SIZE, {});
-  if (which < 0 || static_cast<std::size_t>(which) >= std::size(kFolders)) return 1;
+  const bool home = which == TQ_FOLDER_HOME;
+  if (!home && (which < 0 || static_cast<std::size_t>(which) >= std::size(kFolders))) return 1;
   try {
-    const std::string found = tq::sibling_folder(kFolders[which]);
+    std::string found = home ? tq::home_folder() : tq::sibling_folder(kFolders[which]);
+    tq::AddBackslash(found);
+    if (found.size() > tq::kPathMax) found.clear();
     tq::copy_text(folder, TQ_PATH_SIZE, found);
     return found.empty() ? 1 : 0;
   } catch (...) {  // out of memory

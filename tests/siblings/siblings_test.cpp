@@ -27,7 +27,8 @@ TEST(Folders, DefaultsLieInTheHomeFolderAndAreMade) {
   EXPECT_EQ(folder(TQ_FOLDER_WORK), home.at("work\\"));
   EXPECT_TRUE(home.exists("work"));
   EXPECT_EQ(folder(TQ_FOLDER_GROUP), home.at("group\\"));
-  EXPECT_EQ(folder(7), "none:");
+  EXPECT_EQ(folder(TQ_FOLDER_HOME), home.at(""));
+  EXPECT_EQ(folder(8), "none:");
   EXPECT_EQ(folder(-1), "none:");
 }
 

@@ -1,0 +1,173 @@
+// Reading address files: CSV, encodings, and what is said about files that are no address files.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "base/sjis_literal.h"
+#include "failure.h"
+#include "files/address_file.h"
+#include "files/csv.h"
+#include "files/encoding.h"
+#include "support/test_folder.h"
+
+namespace tqsync {
+namespace {
+
+using namespace std::string_literals;
+using namespace tq::literals;
+
+using Cells = std::vector<std::vector<std::string>>;
+
+// What a call throws, "" when it throws nothing.
+template <class Call>
+std::string failure_of(Call call) {
+  try {
+    call();
+  } catch (const Failure& failure) {
+    return failure.what();
+  }
+  return "";
+}
+
+TEST(Csv, RowsAndCells) {
+  struct Row {
+    const char* why;
+    std::string text;
+    Cells cells;
+    std::vector<std::size_t> lines;
+  };
+  const Row rows[] = {
+      {"the three line ends, none at the end",
+       "a,b\nc\r\nd\re",
+       {{"a", "b"}, {"c"}, {"d"}, {"e"}},
+       {1, 2, 3, 4}},
+      {"empty cells, one after the last comma", ",a,\n,", {{"", "a", ""}, {"", ""}}, {1, 2}},
+      {"quotes, doubled quotes, commas",
+       "\"a,b\",\"say \"\"x\"\"\",\"\"",
+       {{"a,b", "say \"x\"", ""}},
+       {1}},
+      {"line breaks in quotes belong to the cell and count as lines",
+       "\"a\r\nb\",c\n\"d\n\n\"\ne",
+       {{"a\r\nb", "c"}, {"d\n\n"}, {"e"}},
+       {1, 3, 6}},
+      {"empty lines are no rows, blanks are a cell",
+       "a\n\n\r\n \nb\n",
+       {{"a"}, {" "}, {"b"}},
+       {1, 4, 5}},
+      {"a quote inside a plain cell stands for itself", "5\" disk,b", {{"5\" disk", "b"}}, {1}},
+      {"nothing at all", "", {}, {}},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.why);
+    Cells cells;
+    std::vector<std::size_t> lines;
+    for (CsvRow& parsed : parse_csv("x.csv", row.text)) {
+      cells.push_back(std::move(parsed.cells));
+      lines.push_back(parsed.line);
+    }
+    EXPECT_EQ(cells, row.cells);
+    EXPECT_EQ(lines, row.lines);
+  }
+}
+
+TEST(Encodings, AreToldApart) {
+  const std::string mark = "\xEF\xBB\xBF";
+  struct Row {
+    const char* why;
+    std::string bytes;
+    Encoding asked, found;
+    std::string utf8;
+  };
+  const Row rows[] = {
+      {"ASCII is both", "name", Encoding::kDetect, Encoding::kUtf8, "name"},
+      {"UTF-8 without mark", "氏名,﨑", Encoding::kDetect, Encoding::kUtf8, "氏名,﨑"},
+      {"the mark goes", mark + "氏名", Encoding::kDetect, Encoding::kUtf8, "氏名"},
+      {"the mark goes when UTF-8 is asked for", mark + "x", Encoding::kUtf8, Encoding::kUtf8, "x"},
+      {"Shift-JIS, vendor characters too", "髙﨑①ｱ"_sjis, Encoding::kDetect, Encoding::kShiftJis,
+       "髙﨑①ｱ"},
+      {"half-width kana that could be UTF-8: the flag decides", "ﾃｱ"_sjis, Encoding::kShiftJis,
+       Encoding::kShiftJis, "ﾃｱ"},
+      {"the same, undecided", "ﾃｱ"_sjis, Encoding::kDetect, Encoding::kUtf8, "\u00F1"},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.why);
+    const DecodedText text = decode("x.csv", row.bytes, row.asked);
+    EXPECT_EQ(text.encoding, row.found);
+    EXPECT_EQ(text.utf8, row.utf8);
+  }
+  EXPECT_EQ(encoding_from_name("Shift_JIS"), Encoding::kShiftJis);
+  EXPECT_EQ(encoding_from_name("UTF-8"), Encoding::kUtf8);
+  EXPECT_EQ(encoding_from_name("euc-jp"), std::nullopt);
+}
+
+TEST(AddressFiles, FaultsNameFileLineAndCure) {
+  struct Row {
+    const char* why;
+    std::string bytes;
+    Encoding encoding;
+    std::string place;  // how the message begins
+    std::string says;   // what it holds
+  };
+  const Row rows[] = {
+      {"no byte", "", Encoding::kDetect, "x.csv: ", "is empty"},
+      {"only line ends", "\r\n\n", Encoding::kDetect, "x.csv: ", "must hold the headings"},
+      {"UTF-16", "\xFF\xFEn\0a\0"s, Encoding::kDetect, "x.csv: ", "UTF-16"},
+      {"a zero byte", "a\nb\0"s, Encoding::kDetect, "x.csv, line 2: ", "Export"},
+      {"bytes of neither encoding", "a\n\"b\r\nc\"\r\x80\xFF\x81", Encoding::kDetect,
+       "x.csv, line 4: ", "no Shift-JIS"},
+      {"Shift-JIS taken for UTF-8", "a\n"s + "表"_sjis, Encoding::kUtf8,
+       "x.csv, line 2: ", "--encoding"},
+      {"a quote that stays open", "a\n\"b\nc\nd", Encoding::kDetect,
+       "x.csv, line 2: ", "never closed"},
+      {"text behind a quote", "a\n\"b\nc\" d\n", Encoding::kDetect,
+       "x.csv, line 3: ", "closing quote"},
+      {"more cells than headings", "a,b\n1,2\n1,2,3\n", Encoding::kDetect,
+       "x.csv, line 3: ", "3 cells under 2 headings"},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.why);
+    const std::string said =
+        failure_of([&] { parse_address_file("x.csv", row.bytes, row.encoding); });
+    EXPECT_TRUE(said.starts_with(row.place)) << said;
+    EXPECT_NE(said.find(row.says), std::string::npos) << said;
+  }
+}
+
+TEST(AddressFiles, RowsAreMadeAsLongAsTheHeadings) {
+  const AddressFile file =
+      parse_address_file("x.csv", "a,b,c\n1\n,,\n1,2,3,,\n", Encoding::kDetect);
+  ASSERT_EQ(file.rows.size(), 2u) << "a row of nothing but commas is none";
+  EXPECT_EQ(file.rows[0].cells, (std::vector<std::string>{"1", "", ""}));
+  EXPECT_EQ(file.rows[1].cells, (std::vector<std::string>{"1", "2", "3"}));
+  EXPECT_EQ(file.warnings, std::vector<std::string>{
+                               "x.csv, line 2: only 1 cell under 3 headings, the rest is empty"});
+}
+
+TEST(AddressFiles, AreReadUnderAnyName) {
+  const tq::test::TestFolder folder;
+  const auto utf8 = [&](const char* name) {
+    const std::u8string path = (folder.native() / name).u8string();
+    return std::string(path.begin(), path.end());
+  };
+  folder.write("住所録.csv"_sjis, "氏名\r\n髙橋\r\n"_sjis);
+  const std::u8string native = folder.native("住所録.csv"_sjis).u8string();
+  const AddressFile file =
+      read_address_file(std::string(native.begin(), native.end()), Encoding::kDetect);
+  EXPECT_EQ(file.name, "住所録.csv");
+  EXPECT_EQ(file.rows.at(0).cells.at(0), "髙橋");
+
+  EXPECT_NE(failure_of([&] {
+              read_address_file(utf8("none.csv"), Encoding::kDetect);
+            }).find("no such file"),
+            std::string::npos);
+  folder.make_folder("dir.csv");
+  EXPECT_NE(failure_of([&] {
+              read_address_file(utf8("dir.csv"), Encoding::kDetect);
+            }).find("this is no file"),
+            std::string::npos);
+}
+
+}  // namespace
+}  // namespace tqsync

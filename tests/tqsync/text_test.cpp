@@ -1,0 +1,70 @@
+// UTF-8 inside tqsync, and tables on the terminal.
+#include <gtest/gtest.h>
+
+#include <sstream>
+#include <string>
+
+#include "terminal/table.h"
+#include "text/unicode.h"
+
+namespace tqsync {
+namespace {
+
+using namespace std::string_literals;
+
+TEST(Unicode, MalformedBytesAreFound) {
+  struct Row {
+    const char* why;
+    std::string text;
+    std::size_t fault;
+  };
+  const Row rows[] = {
+      {"all four sizes", "aé漢𠮷", std::string::npos},
+      {"the last character there is", "\xF4\x8F\xBF\xBF", std::string::npos},
+      {"past the last character", "a\xF4\x90\x80\x80", 1},
+      {"overlong slash", "ab\xC0\xAF", 2},
+      {"overlong in three bytes", "\xE0\x9F\xBF", 0},
+      {"overlong in four bytes", "\xF0\x8F\xBF\xBF", 0},
+      {"surrogate", "漢\xED\xA0\x80", 3},
+      {"cut short at the end", "漢\xE6\xBC", 3},
+      {"a lead byte in place of a second byte", "\xE6\xE6\xBC\xA2", 0},
+      {"a second byte alone", "\x80", 0},
+      {"Shift-JIS", "\x8E\x52\x93\x63", 0},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.why);
+    EXPECT_EQ(find_malformed(row.text), row.fault);
+    if (row.fault == std::string::npos) {
+      EXPECT_EQ(to_utf8(to_code_points(row.text)), row.text);
+    }
+  }
+  EXPECT_EQ(to_code_points("a\xE6\xBC"), U"a\uFFFD\uFFFD");
+}
+
+TEST(Table, ColumnsLineUpWhateverTheWidthOfTheCharacters) {
+  Table table("people",
+              {{"name"}, {"n", Table::Kind::kNumber}, {"id", Table::Kind::kScriptOnly}, {"x"}});
+  table.add({"山﨑　太郎", "7", "001", "ｶﾅ"});
+  table.add({"Ann", "12", "002", ""});
+  table.add({"か\u3099𠮷\u202Eb\x1B[2J\n", "3", "003", "café"});
+
+  std::ostringstream people, cut, script;
+  table.print(people, {Output::kPeople});
+  EXPECT_EQ(people.str(),
+            "  name          n  x\n"
+            "  山﨑　太郎    7  ｶﾅ\n"
+            "  Ann          12\n"
+            "  か\u3099𠮷 b [2J    3  café\n")
+      << "marks take no cell; what could steer the terminal is a blank";
+  table.print(cut, {Output::kPeople, 1});
+  EXPECT_EQ(cut.str(), "  name        n  x\n  山﨑　太郎  7  ｶﾅ\n  ... and 2 more\n");
+  table.print(script, {Output::kScript, 1});
+  EXPECT_EQ(script.str(),
+            "#people\tname\tn\tid\tx\n"
+            "people\t山﨑　太郎\t7\t001\tｶﾅ\n"
+            "people\tAnn\t12\t002\t\n"
+            "people\tか\u3099𠮷 b [2J \t3\t003\tcafé\n");
+}
+
+}  // namespace
+}  // namespace tqsync

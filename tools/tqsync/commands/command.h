@@ -1,0 +1,28 @@
+// What main and the commands share. A command adds its subcommand with its flags to the parser and,
+// when it is called, leaves in `action` what is to be done; main does it.
+#pragma once
+
+#include <CLI/CLI.hpp>
+#include <functional>
+#include <string>
+
+#include "files/encoding.h"
+#include "terminal/table.h"
+
+namespace tqsync {
+
+struct Program {
+  Output output = Output::kPeople;
+  std::function<void()> action;
+};
+
+void add_init_command(CLI::App& app, Program& program);
+void add_group_command(CLI::App& app, Program& program);
+
+// The home folder's settings file must be there; throws Failure that tells how to get it.
+void require_home();
+
+// An option that takes the name of an encoding. `encoding` must live until the action is done.
+CLI::Option* add_encoding_option(CLI::App& command, Encoding& encoding, const std::string& help);
+
+}  // namespace tqsync
