@@ -28,8 +28,6 @@ MAY_INCLUDE = {
     **{family: SIBLINGS for family in FAMILIES},
     "api": SIBLINGS + FAMILIES + ["api"],
 }
-# Sync ids are what all families talk about.
-SHARED_BY_FAMILIES = ["syncfile/sync_id.h"]
 # These know nothing of the library's own interface beyond its calling conventions.
 BELOW_THE_INTERFACE = ["base", "platform", "common"]
 # Headers that every family may include: the ids that all of them key their tables by.
