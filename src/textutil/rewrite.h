@@ -14,6 +14,9 @@
 //   form(at)                    what the changing character at `at` becomes; at[1] can be read
 //   changes(block)              the same choice for a block of bytes; called for one block after
 //                               the other, from a character's first byte on
+//   kRuns                       whether most changes come in runs of single bytes that all become
+//                               two; form_before_another(at) is then form(at) for a byte that is
+//                               followed by another change
 //   inside_pair()               whether the first byte after these blocks follows a lead byte
 #pragma once
 
@@ -78,22 +81,41 @@ inline constexpr std::size_t kPiece = 4096;
 // How far the text is read behind a place when the bytes before a change are copied.
 inline constexpr std::size_t kOverread = 32;
 
-// Copies in steps of sixteen bytes, at least kOverread of them. Returns the end of the copy.
-inline char* copy_over(char* out, const char* from, std::size_t size) {
-  Sixteen::load(from).store(out);
-  Sixteen::load(from + 16).store(out + 16);
-  for (std::size_t at = 32; at < size; at += 16) Sixteen::load(from + at).store(out + at);
+// Copies in steps of sixteen bytes, at least kAtLeast of them. Returns the end of the copy.
+template <std::size_t kAtLeast>
+char* copy_over(char* out, const char* from, std::size_t size) {
+  for (std::size_t at = 0; at < kAtLeast; at += 16) Sixteen::load(from + at).store(out + at);
+  for (std::size_t at = kAtLeast; at < size; at += 16) Sixteen::load(from + at).store(out + at);
   return out + size;
+}
+
+// Makes seven changes of single bytes, behind which there is another one.
+template <class Rule>
+char* apply_seven(const char* at, char* out) {
+  for (const char* end = at + 7; at != end; ++at, out += 2) {
+    std::memcpy(out, Rule::form_before_another(at).bytes, 2);
+  }
+  return out;
 }
 
 // Makes the changes of the block that begins at text[base]. `pos` is the first byte that is not yet
 // copied; it moves behind the last change.
-template <class Rule>
+template <class Rule, std::size_t kAtLeast>
 char* apply(const char* text, std::size_t base, Mask changes, std::size_t& pos, char* out) {
   for (; changes != 0; changes &= changes - 1) {
-    const std::size_t at = base + static_cast<std::size_t>(std::countr_zero(changes));
+    const int bit = std::countr_zero(changes);
+    const std::size_t at = base + static_cast<std::size_t>(bit);
+    if constexpr (Rule::kRuns) {
+      if ((changes >> bit & 0xFF) == 0xFF) {
+        out = copy_over<kAtLeast>(out, text + pos, at - pos);
+        out = apply_seven<Rule>(text + at, out);
+        pos = at + 7;
+        changes &= ~(Mask{0x3F} << bit);  // the loop itself takes away the last one
+        continue;
+      }
+    }
     const auto form = std::bit_cast<std::uint32_t>(Form(Rule::form(text + at)));
-    out = copy_over(out, text + pos, at - pos);
+    out = copy_over<kAtLeast>(out, text + pos, at - pos);
     std::memcpy(out, &form, 4);
     out += form >> 16 & 0xFF;
     pos = at + (form >> 24);
@@ -118,7 +140,7 @@ Progress rewrite_blocks(const char* text, std::size_t size, char* out) {
   if (any == 0) return {end, nullptr};
   std::size_t pos = 0;
   for (std::size_t block = 0; block < blocks; ++block) {
-    out = apply<Rule>(text, block * kBlockSize, changes[block], pos, out);
+    out = apply<Rule, kOverread>(text, block * kBlockSize, changes[block], pos, out);
   }
   if (pos < end) {
     std::memcpy(out, text + pos, end - pos);
@@ -148,10 +170,12 @@ Progress rewrite_short(std::string_view text, char* out) {
   const Mask changes = rule.changes(ShortBlock(text.data(), size));
   if (changes == 0) return {size, nullptr};
   char copy[kBlockSize + kOverread];
-  std::memcpy(copy, text.data(), size + 1);
+  for (std::size_t at = 0; at + 16 < size; at += 16) Sixteen::load(&text[at]).store(copy + at);
+  Sixteen::load(&text[size - 16]).store(copy + size - 16);
+  copy[size] = '\0';
   std::size_t pos = 0;
-  out = apply<Rule>(copy, 0, changes, pos, out);
-  if (pos < size) out = copy_over(out, copy + pos, size - pos);
+  out = apply<Rule, 16>(copy, 0, changes, pos, out);
+  if (pos < size) out = copy_over<16>(out, copy + pos, size - pos);
   return {size, out};
 }
 
