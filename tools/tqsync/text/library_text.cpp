@@ -57,7 +57,9 @@ std::string convert_text(TextFunction function, std::string_view utf8) {
   while (!utf8.empty()) {
     const std::size_t taken = convert_prefix(utf8, sjis);
     converted.resize(2 * sjis.size() + 1);  // a kana with its mark, or a byte made double
-    converted.resize(static_cast<std::size_t>(function(sjis.c_str(), converted.data())));
+    const std::int32_t used = function(sjis.c_str(), converted.data());
+    if (used < 0) throw std::bad_alloc();
+    converted.resize(static_cast<std::size_t>(used));
     out += from_sjis(converted);
     utf8.remove_prefix(taken);
     if (utf8.empty()) break;

@@ -1,6 +1,7 @@
 // Texts on their way into the library and out of it: tqsync speaks UTF-8, the library Shift-JIS.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 

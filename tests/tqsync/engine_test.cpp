@@ -1,0 +1,265 @@
+// What tqsync takes for the same name, number or person, and the plan that follows from it.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "engine/match.h"
+#include "engine/normalize.h"
+#include "engine/people.h"
+#include "engine/plan.h"
+#include "failure.h"
+#include "files/address_file.h"
+
+namespace tqsync {
+namespace {
+
+using Keys = std::vector<std::string>;
+
+TEST(Normalize, NamesThatAreTheSame) {
+  struct Row {
+    const char* why;
+    std::string a, b;
+    bool same_key, same_common;
+  };
+  const Row rows[] = {
+      {"spaces of any kind", "山田 太郎", "山田　太郎", true, true},
+      {"a title behind the name", "山田太郎様", "山田太郎", true, true},
+      {"half-width kana, marks joined", "ﾊﾟﾝ ｶﾞ", "パンガ", true, true},
+      {"kana and a combining mark", "か\u3099", "が", true, true},
+      {"full-width letters and case", "ＡＢＣ商事", "abc商事", true, true},
+      {"Latin words in another order", "Yamada, Taro", "taro yamada", true, true},
+      {"kana words keep their order", "ジョン・スミス", "スミス ジョン", false, false},
+      {"old and new kanji", "髙橋 齋藤", "高橋斉藤", false, true},
+      {"the 﨑 of the vendors", "山\uFA11", "山崎", false, true},
+      {"a kanji that Shift-JIS does not have", "𠮷田", "吉田", false, true},
+      {"variants of 辺", "渡邉", "渡邊", false, true},
+      {"names that only look alike", "坂本", "阪本", false, false},
+      {"hiragana is another spelling", "さくら", "サクラ", false, false},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.why);
+    const std::string a = name_key(row.a), b = name_key(row.b);
+    EXPECT_EQ(a == b, row.same_key) << a << " " << b;
+    EXPECT_EQ(common_spelling(a) == common_spelling(b), row.same_common);
+    EXPECT_EQ(name_key(a), a) << "a key is its own key";
+  }
+  EXPECT_EQ(name_key(" 　"), "");
+  EXPECT_EQ(name_key("様"), "様");
+  EXPECT_EQ(reading_key("しょうじ　ﾔﾏﾓﾄ"), reading_key("シヨウジやまもと"));
+}
+
+TEST(Normalize, Telephones) {
+  struct Row {
+    const char* why;
+    std::string cell;
+    Keys keys;
+  };
+  const Row rows[] = {
+      {"hyphens", "03-0123-4567", {"0301234567"}},
+      {"full width, brackets, a long vowel for a hyphen",
+       "０３（０１２３）４５ー６７",
+       {"0301234567"}},
+      {"country code", "+81 90-0123-4567", {"09001234567"}},
+      {"country code with the 0 in brackets", "+81(0)3-0123-4567", {"0301234567"}},
+      {"country code without plus", "819001234567", {"09001234567"}},
+      {"dialled from Japan", "010-81-3-0123-4567", {"0301234567"}},
+      {"another country", "+1 (555) 010-0199", {"+15550100199"}},
+      {"a spreadsheet ate the 0", "9001234567", {"09001234567"}},
+      {"the same for a land line", "301234567", {"0301234567"}},
+      {"extension", "03-0123-4567 内線12", {"0301234567"}},
+      {"two in a cell, one of them twice",
+       "03-0123-4567、090-0123-4567/0301234567",
+       {"0301234567", "09001234567"}},
+      {"no area code", "0123-4567", {}},
+      {"fillers", "000-0000-0000, 0999999999", {}},
+      {"too long, too short, no digits", "030123456789012, 110, なし", {}},
+      {"a bare country code", "+81", {}},
+      {"nothing", "", {}},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.why);
+    EXPECT_EQ(phone_keys(row.cell), row.keys);
+  }
+}
+
+TEST(Normalize, Mails) {
+  EXPECT_EQ(mail_keys("Taro <Taro.Y@Example.JP>; ｊｉｒｏ＠example.com"),
+            (Keys{"jiro@example.com", "taro.y@example.jp"}));
+  EXPECT_EQ(mail_keys("mailto:a@b,a@b"), Keys{"a@b"});
+  EXPECT_EQ(mail_keys("@b a@ a@@b a@b@c none"), Keys{});
+}
+
+// A file from its text, and its people.
+AddressFile file_of(const std::string& text) {
+  return parse_address_file("x.csv", text, Encoding::kDetect);
+}
+Book book_of(const std::string& rows) {
+  AddressFile file = file_of("氏名,ふりがな,電話番号,メールアドレス\n" + rows);
+  return people_of(file);
+}
+
+TEST(People, AreReadByTheHeadings) {
+  AddressFile file = file_of(
+      "Last Name,First Name,せい,めい,携帯 電話,FAX,E-mail Address,Ｅメール,会社名\n"
+      "髙橋,一郎,たかはし,いちろう,090-0123-4567,03-0000-1111,A@example.jp,b@example.jp,X\n"
+      ",,,,,,,,見本商事\n"
+      ",,,,,03-0000-1111,,,\n"
+      ",,,,,03-0000-1111,,,\n");
+  const Book people = people_of(file);
+  ASSERT_EQ(people.size(), 4u);
+  EXPECT_EQ(people[0].name, "髙橋 一郎");
+  EXPECT_EQ(people[0].common_key, "高橋一郎");
+  EXPECT_EQ(people[0].reading, "タカハシイチロウ");
+  EXPECT_EQ(people[0].phones, Keys{"09001234567"}) << "fax numbers say nothing about a person";
+  EXPECT_EQ(people[0].mails, (Keys{"a@example.jp", "b@example.jp"}));
+  EXPECT_EQ(people[1].name, "見本商事");
+  EXPECT_FALSE(people[2].comparable());
+  EXPECT_EQ(people[3].copy_of, 2u);
+  ASSERT_EQ(file.warnings.size(), 2u);
+  EXPECT_TRUE(file.warnings[0].starts_with("x.csv, line 4: ")) << file.warnings[0];
+
+  AddressFile headless = file_of("山田太郎,090-0123-4567\n田中,x\n");
+  EXPECT_THROW(people_of(headless), Failure);
+}
+
+TEST(Match, ScoresAddUpFromTheSigns) {
+  struct Row {
+    const char* why;
+    std::string a, b;
+    int score;
+    std::string reason;
+  };
+  const Row rows[] = {
+      {"a name alone is weak", "山田,,,", "山田,,,", 50, "name"},
+      {"a name with a telephone is certain", "髙田,,0301234567,", "高田,,03-0123-4567,", 75,
+       "name in other kanji, telephone"},
+      {"everything is at most 100", "山田,,0301234567,a@b", "山田,,0301234567,a@b", 100,
+       "name, telephone, mail"},
+      {"a reading counts where names differ", "山田,やまだ,,", "矢真田,ヤマダ,,", 20, "reading"},
+      {"a name in kana is its reading", "山田,やまだ,,a@b", "ﾔﾏﾀﾞ,,,A@b", 55, "reading, mail"},
+      {"a family's telephone", "山田太郎,,0301234567,", "山田花子,,0301234567,", 30, "telephone"},
+      {"nothing in common, nothing there", ",,,", ",,0301234567,", 0, ""},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.why);
+    const Book people = book_of(row.a + "\n" + row.b + "\n");
+    const Book parts = people.size() == 2 ? people : Book{Person{}, people.at(0)};
+    const Likeness likeness = compare(parts[0], parts[1]);
+    EXPECT_EQ(likeness.score, row.score);
+    EXPECT_EQ(reason_text(likeness.signs), row.reason);
+    EXPECT_EQ(compare(parts[1], parts[0]).score, row.score);
+  }
+}
+
+// The pairs of a book as "master-record verdict", for reading in a test.
+std::string pairs_text(const Plan& plan, std::size_t book) {
+  std::string text;
+  for (const Pair& pair : plan.books[book].pairs) {
+    const char* verdicts[] = {"link", "open", "new"};
+    text += std::to_string(pair.master) + "-" + std::to_string(pair.record) + " " +
+            verdicts[static_cast<int>(pair.verdict)] + "; ";
+  }
+  return text;
+}
+
+TEST(Plan, DecidesWhatIsCertainAndLeavesTheRest) {
+  struct Row {
+    const char* why;
+    std::string master, partner;
+    std::string pairs;
+    std::vector<std::uint32_t> missing;
+  };
+  const Row rows[] = {
+      {"certain, weak, new",
+       "山田,,0301234567,\n田中,,,\n森,,,\n",
+       "山田,,0301234567,\n田中,,,x@y\n林,,,\n",
+       "0-0 link; 1-1 open; 3-2 new; ",
+       {2}},
+      {"a record is linked once, to the best; other certain ones stay open",
+       "山田,,0301234567,\n山田,,0301234567,a@b\n",
+       "山田,,0301234567,a@b\n",
+       "1-0 link; 0-0 open; ",
+       {}},
+      {"of equal ones to the first",
+       "山田,,0301234567,x@y\n山田,,0301234567,\n",
+       "山田,,03-0123-4567,\n",
+       "0-0 link; 1-0 open; ",
+       {}},
+      {"two partner records may stand behind one master record",
+       "山田,,0301234567,a@b\n",
+       "山田,,0301234567,\n山田,,,a@b\n",
+       "0-0 link; 0-1 link; ",
+       {}},
+      {"a family's telephone is no question once one is linked",
+       "山田太郎,,0301234567,\n",
+       "山田太郎,,0301234567,\n山田花子,,0301234567,\n",
+       "0-0 link; 1-1 new; ",
+       {}},
+      {"the same name stays a question, though one is linked",
+       "鈴木,,0301234567,\n",
+       "鈴木,,0301234567,\n鈴木,,,other@b\n",
+       "0-0 link; 0-1 open; ",
+       {}},
+      {"namesakes who are both linked are no question",
+       "鈴木,,0301234567,\n鈴木,,0309876543,\n",
+       "鈴木,,0309876543,\n鈴木,,0301234567,\n",
+       "1-0 link; 0-1 link; ",
+       {}},
+      {"copies take no part",
+       "山田,,,a@b\n山田,,,a@b\n",
+       "山田,,,a@b\n山田,,,a@b\n",
+       "0-0 link; ",
+       {}},
+      {"twice and new is new once",
+       "森,,,\n",
+       "山田,,0301234567,\n山田,,0301234567,a@b\n",
+       "1-0 new; 1-1 link; ",
+       {0}},
+      {"a master record that repeats an earlier one is not missing",
+       "山田,,0301234567,a@b\n山田,,0301234567,\n",
+       "山田,,,a@b\n",
+       "0-0 link; 1-0 open; ",
+       {}},
+      {"a record that repeats a linked one is a question for the same master record",
+       "山田,,,a@b\n",
+       "山田,やまだ,0301234567,a@b c@d\n矢真田,やまだ,0301234567,c@d\n",
+       "0-0 link; 0-1 open; ",
+       {}},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.why);
+    const Book books[] = {book_of(row.master), book_of(row.partner)};
+    const Plan plan = make_plan(books);
+    EXPECT_EQ(pairs_text(plan, 1), row.pairs);
+    EXPECT_EQ(plan.books[1].missing, row.missing);
+  }
+}
+
+TEST(Plan, APersonWhomTwoPartnersKnowIsNewOnce) {
+  const Book books[] = {book_of("森,,,\n"), book_of("山田,,0301234567,\n"),
+                        book_of("林,,,\n山田,,0301234567,\n")};
+  const Plan plan = make_plan(books);
+  EXPECT_EQ(pairs_text(plan, 1), "1-0 new; ");
+  EXPECT_EQ(pairs_text(plan, 2), "2-0 new; 1-1 link; ");
+  EXPECT_EQ(plan.books[1].missing, (std::vector<std::uint32_t>{0, 2}))
+      << "what is new in one partner is missing in the other";
+  EXPECT_EQ(plan.books[2].missing, std::vector<std::uint32_t>{0});
+}
+
+TEST(Plan, WhatManyShareOnlyConfirms) {
+  std::string office;
+  for (std::size_t i = 0; i <= Finder::kCommon; ++i) {
+    office += "社員" + std::to_string(i) + ",,0301234567,\n";
+  }
+  const Book books[] = {book_of(office), book_of("社員7,,0301234567,\n客,,0301234567,\n")};
+  const Plan plan = make_plan(books);
+  EXPECT_EQ(pairs_text(plan, 1), "7-0 link; " + std::to_string(Finder::kCommon + 1) + "-1 new; ");
+  ASSERT_EQ(plan.common_keys.size(), 1u);
+  EXPECT_EQ(plan.common_keys[0].key, "0301234567");
+  EXPECT_EQ(plan.common_keys[0].holders, Finder::kCommon + 1);
+}
+
+}  // namespace
+}  // namespace tqsync
