@@ -11,6 +11,7 @@
 #ifdef __cplusplus
 #include <memory>
 
+/* The links of one run. Ids come as sync id text, null reads as empty. */
 class TQ_API CLinkInfoCtl {
  public:
   CLinkInfoCtl();
@@ -27,13 +28,16 @@ class TQ_API CLinkInfoCtl {
   /* The lowest number that is not the record number of any master. */
   int32_t SylkGetMstLinkNo();
   /* Adds a master without origins; its index, -1 when there is no memory. `linkNo` is only stored.
-   */
+   * Of masters with the same id only the first is ever found. */
   int32_t SylkAddMstLinkInfo(int32_t linkNo, const unsigned char* mstSyncId);
-  /* Adds an origin to the first master with that id; 1 when there is none. */
+  /* Adds an origin to the master with that id. 0; 1 when there is none or no memory, nothing
+   * changed. */
   short SylkAddOrgLinkInfo(const unsigned char* mstSyncId, const unsigned char* orgSyncId,
                            int32_t value);
-  /* The master's origins and their values, `*cnt` each. The arrays belong to the object and are
-   * good until its next change. Null and 0 when the master is unknown. */
+  /* The master's origins and their values, `*cnt` each; the first element's `cap` is the size of
+   * the block. The arrays belong to the object and are good until its next change or walk. Read
+   * them only: the object keeps lookups of what they hold. Null and 0 when the master is unknown or
+   * has no origins. */
   tSYNC_ID* SylkGetMstLinkOrgInfo(const unsigned char* mstSyncId, int32_t* cnt);
   tVAL_INFO* SylkGetMstLinkValInfo(const unsigned char* mstSyncId, int32_t* cnt);
   /* 1 when the master has an origin from the member file that `recId` (group and file) names, else
@@ -41,8 +45,8 @@ class TQ_API CLinkInfoCtl {
   short SylkSchLinkMst2Org(const unsigned char* mstSyncId, const unsigned char* recId);
   /* Walks a master's origins of one member file by falling value. Start with `*pos` 0 (which sorts
    * the origins), go on with the returned position plus one. 0 with the id (TQ_SYNC_ID_SIZE bytes)
-   * and its position; 1 at the end or for an unknown master, `*pos` untouched and the text empty.
-   */
+   * and its position; 1 at the end, for an unknown master or a negative position, `*pos` untouched
+   * and the text empty. A null text or position gives 1. */
   short SylkGetLinkMst2OrgID(const unsigned char* mstSyncId, const unsigned char* recId,
                              unsigned char* orgSyncId, int32_t* pos);
 
