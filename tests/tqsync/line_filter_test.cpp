@@ -1,0 +1,97 @@
+// Text functions over a stream: line ends, broken lines, and bytes that come in any portions.
+#include "text/line_filter.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "tqutil/textutil.h"
+
+namespace tqsync {
+namespace {
+
+using namespace std::string_literals;
+using Scope = LineFilter::Scope;
+
+std::string call(std::int32_t (*function)(const char*, char*), const std::string& sjis) {
+  std::string out(5 * sjis.size() + 1, '\0');
+  out.resize(static_cast<std::size_t>(function(sjis.c_str(), out.data())));
+  return out;
+}
+
+std::string half(const std::string& sjis) { return call(tqStrToHan, sjis); }
+std::string address(const std::string& sjis) { return call(tqAddressStrKan2Nrm, sjis); }
+std::string without_hyphens(const std::string& sjis) {
+  std::string out(sjis.size() + 1, '\0');
+  out.resize(static_cast<std::size_t>(tqStrDelAnyTok("-\\", sjis.c_str(), out.data())));
+  return out;
+}
+
+struct Result {
+  std::string out;
+  std::vector<std::string> faults;
+};
+
+Result filtered(const LineFilter::Convert& convert, Scope scope, bool shift_jis,
+                std::string_view input, std::size_t portion) {
+  Result result;
+  LineFilter filter(convert, scope, shift_jis,
+                    [&](const std::string& fault) { result.faults.push_back(fault); });
+  for (; !input.empty(); input.remove_prefix(std::min(portion, input.size()))) {
+    result.out += filter.feed(input.substr(0, portion));
+  }
+  result.out += filter.finish();
+  EXPECT_EQ(filter.faults(), result.faults.size());
+  return result;
+}
+
+TEST(LineFilter, KeepsLineEndsAndReportsBrokenLines) {
+  struct Row {
+    const char* why;
+    LineFilter::Convert convert;
+    Scope scope;
+    bool shift_jis;
+    std::string input, out, fault;  // how the only report begins, empty for none
+  };
+  const Row rows[] = {
+      {"both line ends, and none", half, Scope::kManyLines, false, "Ａ\r\nＢ\nＣ", "A\r\nB\nC", ""},
+      {"the end of a line ends a number", address, Scope::kLine, false, "三\n東\r\n四",
+       "３\n東\r\n４", ""},
+      {"empty lines", half, Scope::kLine, false, "\n\r\n\n", "\n\r\n\n", ""},
+      {"nothing at all", half, Scope::kManyLines, false, "", "", ""},
+      {"zero bytes stay", half, Scope::kManyLines, false, "Ａ\0Ｂ\0\n"s, "A\0B\0\n"s, ""},
+      {"a byte order mark stays", half, Scope::kLine, false, "\xEF\xBB\xBFＡ\n",
+       "\xEF\xBB\xBF"
+       "A\n",
+       ""},
+      {"one line has no Shift-JIS", half, Scope::kManyLines, false, "Ａ\nＢ😀\r\nＣ\n",
+       "A\nＢ😀\r\nC\n", "line 2: Shift-JIS does not have the character \"😀\""},
+      {"one line is no UTF-8", half, Scope::kLine, false, "Ａ\nＢ\xFF\nＣ", "A\nＢ\xFF\nC",
+       "line 2: "},
+      {"a byte taken out of a character", without_hyphens, Scope::kManyLines, false, "a-b\n表-\n",
+       "ab\n表-\n", "line 2: "},
+      {"Shift-JIS of any kind passes through", half, Scope::kManyLines, true,
+       "\x82\x60\x0A\x82\x0A\xFF\x82\x61",
+       "A\x0A\x82\x0A\xFF"
+       "B",
+       ""},
+  };
+  for (const Row& row : rows) {
+    for (const std::size_t portion : {std::size_t{1}, std::size_t{3}, std::size_t{1000}}) {
+      SCOPED_TRACE(row.why);
+      const Result result = filtered(row.convert, row.scope, row.shift_jis, row.input, portion);
+      EXPECT_EQ(result.out, row.out);
+      ASSERT_EQ(result.faults.size(), row.fault.empty() ? 0u : 1u);
+      for (const std::string& fault : result.faults) {
+        EXPECT_TRUE(fault.starts_with(row.fault)) << fault;
+      }
+    }
+  }
+}
+
+}  // namespace
+}  // namespace tqsync
