@@ -5,7 +5,8 @@
 // that a busy machine slows both. Both sides must give the same bytes, ICU excepted (its tables
 // differ).
 //
-//   text_bench [ROUNDS]    default 7
+//   text_bench [ROUNDS]           default 7
+//   text_bench --corpus FILE      only writes the text to a file
 #include <unicode/ucnv.h>
 #include <unicode/utrans.h>
 
@@ -14,6 +15,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <fstream>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -237,6 +239,11 @@ void run() {
 }  // namespace tq::bench
 
 int main(int argc, char** argv) {
+  if (argc == 3 && std::string_view(argv[1]) == "--corpus") {
+    std::ofstream(argv[2], std::ios::binary)
+        << tq::bench::AddressCorpus::text(tq::bench::kCorpusSize);
+    return 0;
+  }
   if (argc > 1) tq::bench::g_rounds = std::max(1, std::atoi(argv[1]));
   tq::bench::run();
   return 0;
