@@ -99,3 +99,101 @@ void TQ_CALL SetCtdTitle(const char* title, int32_t handle) noexcept {
 void TQ_CALL GetCtdTitle(char* title, int32_t handle) noexcept {
   call(handle, &CCtdCtl::GetCtdTitle, title);
 }
+
+void TQ_CALL SetCtdInfo(uint32_t fldMap, int32_t recCnt, tSYNC_CTDRECINFO* records, short fldCnt,
+                        tSYNC_FLDTBL* names, int32_t handle) noexcept {
+  call(handle, &CCtdCtl::SetCtdInfo, fldMap, recCnt, records, fldCnt, names);
+}
+
+void TQ_CALL GetCtdInfo(int32_t* recCnt, tSYNC_CTDRECINFO** records, short* fldCnt,
+                        tSYNC_FLDTBL** names, int32_t handle) noexcept {
+  call(handle, &CCtdCtl::GetCtdInfo, recCnt, records, fldCnt, names);
+}
+
+void TQ_CALL ClrCtdInfo(int32_t handle) noexcept { call(handle, &CCtdCtl::ClrCtdInfo); }
+
+int32_t TQ_CALL GetCtdRecCnt(int32_t handle) noexcept {
+  return call(handle, &CCtdCtl::GetCtdRecCnt);
+}
+
+short TQ_CALL GetCtdFldCnt(int32_t handle) noexcept { return call(handle, &CCtdCtl::GetCtdFldCnt); }
+
+short TQ_CALL GetCtdFldNameSize(int32_t field, int32_t handle) noexcept {
+  return call(handle, &CCtdCtl::GetCtdFldNameSize, field);
+}
+
+short TQ_CALL GetCtdFldNameSizeMax(int32_t handle) noexcept {
+  return call(handle, &CCtdCtl::GetCtdFldNameSizeMax);
+}
+
+short TQ_CALL GetCtdFldName(int32_t field, char* name, int32_t handle) noexcept {
+  return call(handle, &CCtdCtl::GetCtdFldName, field, name);
+}
+
+short TQ_CALL GetCtdFldInfo(int32_t field, char* name, short* width, int32_t handle) noexcept {
+  return call(handle, &CCtdCtl::GetCtdFldInfo, field, name, width);
+}
+
+short TQ_CALL GetCtdFldStrSize(int32_t record, int32_t field, int32_t handle) noexcept {
+  return call(handle, &CCtdCtl::GetCtdFldStrSize, record, field);
+}
+
+short TQ_CALL GetCtdFldStrSizeMax(int32_t handle) noexcept {
+  return call(handle, &CCtdCtl::GetCtdFldStrSizeMax);
+}
+
+short TQ_CALL GetCtdFldStr(int32_t record, int32_t field, char* text, int32_t handle) noexcept {
+  return call(handle, &CCtdCtl::GetCtdFldStr, record, field, text);
+}
+
+short TQ_CALL GetCtdFldStrS(int32_t record, int32_t field, char* text, int32_t handle) noexcept {
+  return call(handle, &CCtdCtl::GetCtdFldStrS, record, field, text);
+}
+
+short TQ_CALL GetCtdRecTitleSize(int32_t record, int32_t handle) noexcept {
+  return call(handle, &CCtdCtl::GetCtdRecTitleSize, record);
+}
+
+short TQ_CALL GetCtdRecTitleSizeMax(int32_t handle) noexcept {
+  return call(handle, &CCtdCtl::GetCtdRecTitleSizeMax);
+}
+
+short TQ_CALL GetCtdRecInfo(int32_t record, char* title, char* description, short* kind,
+                            int32_t handle) noexcept {
+  return call(handle, &CCtdCtl::GetCtdRecInfo, record, title, description, kind);
+}
+
+short TQ_CALL SetCtdFilePath(int32_t which, const char* ctdPath, const char* mrgPath,
+                             int32_t handle) noexcept {
+  return call(handle, &CCtdCtl::SetCtdFilePath, which, ctdPath, mrgPath);
+}
+
+short TQ_CALL WriteCtdFile(int32_t handle) noexcept { return call(handle, &CCtdCtl::WriteCtdFile); }
+
+short TQ_CALL ReadCtdFile(int32_t handle) noexcept { return call(handle, &CCtdCtl::ReadCtdFile); }
+
+void TQ_CALL SetMargSts(short state, short subState, int32_t handle) noexcept {
+  call(handle, &CCtdCtl::SetMargSts, state, subState);
+}
+
+short TQ_CALL GetMargSts1(int32_t handle) noexcept { return call(handle, &CCtdCtl::GetMargSts1); }
+
+short TQ_CALL GetMargSts2(int32_t handle) noexcept { return call(handle, &CCtdCtl::GetMargSts2); }
+
+void TQ_CALL SetMargInfo(short field, short choice, int32_t handle) noexcept {
+  call(handle, &CCtdCtl::SetMargInfo, field, choice);
+}
+
+short TQ_CALL GetMargInfo(short field, int32_t handle) noexcept {
+  return call(handle, &CCtdCtl::GetMargInfo, field);
+}
+
+void TQ_CALL SetMargPer(short record, int32_t handle) noexcept {
+  call(handle, &CCtdCtl::SetMargPer, record);
+}
+
+short TQ_CALL WriteMargFile(int32_t handle) noexcept {
+  return call(handle, &CCtdCtl::WriteMargFile);
+}
+
+short TQ_CALL ReadMargFile(int32_t handle) noexcept { return call(handle, &CCtdCtl::ReadMargFile); }

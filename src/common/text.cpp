@@ -1,5 +1,6 @@
 #include "common/text.h"
 
+#include <algorithm>
 #include <cstring>
 #include <limits>
 
@@ -12,6 +13,15 @@ void copy_text(char* to, std::size_t size, std::string_view text) {
   const std::size_t bytes = sjis::cut_size(text, size - 1);
   if (bytes != 0) std::memmove(to, text.data(), bytes);
   to[bytes] = '\0';
+}
+
+void append_line(std::string& out, std::string_view text) {
+  const std::size_t start = out.size();
+  out += text;
+  // Neither byte is ever the second half of a character.
+  const auto is_break = [](char c) { return c == '\n' || c == '\r'; };
+  std::replace_if(out.begin() + static_cast<std::ptrdiff_t>(start), out.end(), is_break, ' ');
+  out += '\n';
 }
 
 std::int32_t decimal(std::string_view text) {

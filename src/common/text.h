@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 namespace tq {
@@ -28,6 +29,10 @@ template <std::size_t N>
 void copy_text(char (&to)[N], std::string_view text) {
   copy_text(to, N, text);
 }
+
+// Appends `text` as one line. Line breaks in it become blanks, since they would shift every line
+// after it.
+void append_line(std::string& out, std::string_view text);
 
 // A decimal number at the start of the text: optional blanks and sign, then digits. 0 when there is
 // none; numbers past 32 bits stop at the limit.

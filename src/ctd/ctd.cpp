@@ -139,7 +139,13 @@ short CCtdCtl::CopyData(CCtdCtl* source) {
   });
 }
 
-void CCtdCtl::FreeData() { state_->groups.reset(); }
+void CCtdCtl::FreeData() {
+  state_->groups.reset();
+  state_->set_table(0, 0, nullptr, 0, nullptr);
+  state_->read.reset();
+  state_->choices.clear();
+  state_->has_buffers = false;
+}
 
 void CCtdCtl::SetCtdTitle(const char* title) {
   if (title != nullptr) tq::copy_text(state_->title, tq::view(title));

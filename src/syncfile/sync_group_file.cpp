@@ -66,15 +66,6 @@ void append_flags(std::string& out, const short* flags, int count) {
   out += '\n';
 }
 
-// A line break inside a value would shift every line after it.
-void append_line(std::string& out, std::string_view text) {
-  for (std::size_t pos = 0; pos < text.size(); pos += sjis::char_size(text, pos)) {
-    const bool line_break = text[pos] == '\n' || text[pos] == '\r';
-    out.append(line_break ? std::string_view(" ") : text.substr(pos, sjis::char_size(text, pos)));
-  }
-  out += '\n';
-}
-
 void append_header(std::string& out, const tSYNC_GRP2& group, int count) {
   append_number(out, group.syncType);
   out += '\n';
