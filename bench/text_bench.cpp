@@ -11,10 +11,10 @@
 #include <unicode/utrans.h>
 
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <ctime>
 #include <fstream>
 #include <functional>
 #include <string>
@@ -37,9 +37,9 @@ int g_rounds = 7;
 std::vector<char> g_output(kCorpusSize * 2 + (1 << 20));
 
 double seconds(const Work& work) {
-  const auto start = std::chrono::steady_clock::now();
+  const std::clock_t start = std::clock();
   work();
-  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+  return static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
 }
 
 struct Best {
@@ -232,7 +232,7 @@ void run() {
   dates("date 2003/4/1", "%d/%d/%d", 0, "2003/4/1", 4);
   dates("date H15.4.1", "H%d.%d.%d", 1988, "H15.4.1", 4);
   dates("date, era and words", "昭和%d年%d月%d日"_sjis, 1925, "昭和50年11月23日"_sjis, 4);
-  dates("date, full width", "%d/%d/%d", 0, "2003/4/1", 4);
+  dates("date, digits only", "%4d%2d%2d", 0, "20030401", 4);
 }
 
 }  // namespace

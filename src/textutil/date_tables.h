@@ -23,7 +23,7 @@ inline constexpr Era kEras[] = {
 };
 
 // Separators by their number; -1 is none, any other number the first of these.
-inline constexpr std::string_view kDateSeparators[] = {"/", "-", ".", ":", ";", ","};
+inline constexpr std::string_view kDateSeparators = "/-.:;,";
 
 // The characters with two widths that dates know, in code order.
 inline constexpr WidthList kDateForms[] = {

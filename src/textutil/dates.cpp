@@ -1,6 +1,5 @@
 #include "textutil/dates.h"
 
-#include <algorithm>
 #include <cstring>
 #include <iterator>
 #include <string_view>
@@ -71,12 +70,18 @@ struct EraMark {
 };
 
 EraMark era_mark(std::string_view text) {
-  for (std::size_t era = 0; era < std::size(kEras) && !text.empty(); ++era) {
-    const std::string_view name = kEras[era].name;
+  if (text.empty()) return {};
+  const bool pair = sjis::is_pair(text, 0);
+  for (std::size_t era = 0; era < std::size(kEras); ++era) {
     const auto number = static_cast<short>(era);
-    if (text.starts_with(name)) return {number, name.size()};
-    if (text.starts_with(name.substr(0, 2))) return {number, 2};
-    if (era != 0 && sjis::upper_ascii(text[0]) == kEras[era].letter) return {number, 1};
+    if (!pair) {
+      if (era != 0 && sjis::upper_ascii(text[0]) == kEras[era].letter) return {number, 1};
+      continue;
+    }
+    const std::string_view name = kEras[era].name;
+    if (text[0] != name[0] || text[1] != name[1]) continue;
+    const bool whole = text.size() >= 4 && text[2] == name[2] && text[3] == name[3];
+    return {number, whole ? name.size() : 2};
   }
   return {};
 }
@@ -89,6 +94,17 @@ std::string_view digits_from(std::string_view text, std::size_t from) {
   std::size_t end = from;
   while (end < text.size() && is_digit(text[end])) ++end;
   return text.substr(from, end - from);
+}
+
+// decimal16 of a text, quickly when it is a short run of digits.
+short number(std::string_view text) {
+  if (text.size() > 9) return decimal16(text);
+  int value = 0;
+  for (const char digit : text) {
+    if (!is_digit(digit)) return decimal16(text);
+    value = value * 10 + (digit - '0');
+  }
+  return static_cast<short>(value);
 }
 
 short offset_of(short era) {
@@ -107,41 +123,37 @@ DateForm parse_half(std::string_view text, short era_out, Date& date) {
     const bool all_digits = field == 0 && mark.era == 0 && fields[0].size() == text.size();
     return all_digits ? DateForm::kCompact : DateForm::kNoDate;
   }
-  const int year = decimal16(fields[0]) + offset_of(mark.era) - offset_of(era_out);
-  date = {static_cast<short>(year), decimal16(fields[1]), decimal16(fields[2])};
+  const int year = number(fields[0]) + offset_of(mark.era) - offset_of(era_out);
+  date = {static_cast<short>(year), number(fields[1]), number(fields[2])};
   return DateForm::kDate;
 }
 
 bool parse_half_compact(std::string_view text, Date& date) {
   if (text.size() < 5 || text.size() > 8) return false;
   const std::size_t year = text.size() - 4;
-  date = {decimal16(text.substr(0, year)), decimal16(text.substr(year, 2)),
-          decimal16(text.substr(year + 2))};
+  date = {number(text.substr(0, year)), number(text.substr(year, 2)),
+          number(text.substr(year + 2))};
   return true;
 }
 
 // Appends a number, with a leading zero when it has one character only and `pad` asks for two.
 char* put_number(char* out, int value, bool pad) {
-  char digits[8];
-  std::size_t count = 0;
+  if (value < 0) *out++ = '-';
   unsigned rest = value < 0 ? 0u - static_cast<unsigned>(value) : static_cast<unsigned>(value);
-  do {
-    digits[count++] = static_cast<char>('0' + rest % 10);
-    rest /= 10;
-  } while (rest != 0);
-  if (value < 0) digits[count++] = '-';
-  if (pad && count == 1) digits[count++] = '0';
-  while (count > 0) *out++ = digits[--count];
-  return out;
+  std::size_t size = 1;
+  for (unsigned limit = 10; rest >= limit; limit *= 10) ++size;
+  if (pad && size == 1 && value >= 0) size = 2;
+  for (std::size_t at = size; at > 0; rest /= 10) out[--at] = static_cast<char>('0' + rest % 10);
+  return out + size;
 }
 
 std::int32_t print(int year, const Date& date, char* dst, short separator, bool pad) {
-  const bool known = separator >= 0 && separator < static_cast<short>(std::size(kDateSeparators));
-  const std::string_view between = separator == -1 ? "" : kDateSeparators[known ? separator : 0];
+  const bool known = separator >= 0 && separator < static_cast<short>(kDateSeparators.size());
+  const char between = kDateSeparators[known ? static_cast<std::size_t>(separator) : 0];
   char buffer[kDatePrintMax + 1];
   char* out = put_number(buffer, year, false);
   for (const short value : {date.month, date.day}) {
-    out = std::copy(between.begin(), between.end(), out);
+    if (separator != -1) *out++ = between;
     out = put_number(out, value, pad);
   }
   *out++ = '\0';
