@@ -19,6 +19,7 @@ struct Program {
 void add_init_command(CLI::App& app, Program& program);
 void add_group_command(CLI::App& app, Program& program);
 void add_text_command(CLI::App& app, Program& program);
+void add_pair_command(CLI::App& app, Program& program);
 
 // The home folder's settings file must be there; throws Failure that tells how to get it.
 void require_home();

@@ -182,6 +182,11 @@ class Planner {
 
 }  // namespace
 
+std::span<const Pair> pairs_of(const BookPlan& book, std::uint32_t record) {
+  return {std::ranges::lower_bound(book.pairs, record, {}, &Pair::record),
+          std::ranges::upper_bound(book.pairs, record, {}, &Pair::record)};
+}
+
 Plan make_plan(std::span<const Book> books) { return Planner(books).plan(); }
 
 }  // namespace tqsync

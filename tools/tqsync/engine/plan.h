@@ -53,6 +53,9 @@ struct BookPlan {
   std::vector<std::uint32_t> missing;  // master records that the partner does not have; ascending
 };
 
+// The pairs of one partner record, the best first.
+std::span<const Pair> pairs_of(const BookPlan& book, std::uint32_t record);
+
 // A key that too many records share to find anybody by it.
 struct CommonKey {
   std::string key;

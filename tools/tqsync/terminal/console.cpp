@@ -3,9 +3,7 @@
 #ifdef _WIN32
 #include <windows.h>
 // After windows.h, which it needs.
-#include <io.h>
 #include <shellapi.h>
-#include <stdio.h>
 #else
 #include <unistd.h>
 
@@ -60,7 +58,11 @@ void set_environment(const std::string& name, const std::string& value) {
   SetEnvironmentVariableW(widen(name).c_str(), widen(value).c_str());
 }
 
-bool input_is_terminal() { return _isatty(_fileno(stdin)) != 0; }
+// _isatty also says yes for NUL, where nobody answers.
+bool input_is_terminal() {
+  DWORD mode = 0;
+  return GetConsoleMode(GetStdHandle(STD_INPUT_HANDLE), &mode) != 0;
+}
 
 #else
 

@@ -1,0 +1,142 @@
+// tqsync pair: reads the files of a group and shows which records belong together.
+#include <algorithm>
+#include <functional>
+#include <iostream>
+#include <iterator>
+#include <limits>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "commands/command.h"
+#include "commands/pair_report.h"
+#include "failure.h"
+#include "library/groups.h"
+
+namespace tqsync {
+namespace {
+
+struct Flags {
+  std::string group;
+  Encoding encoding = Encoding::kDetect;
+  std::vector<std::string> only;
+  std::size_t rows = std::numeric_limits<std::size_t>::max();
+};
+
+// The members in the order of the plan: the master first.
+std::vector<Member> ordered_members(const Group& group) {
+  std::vector<Member> members = group.members;
+  std::stable_partition(members.begin(), members.end(), std::mem_fn(&Member::is_master));
+  const auto masters = std::ranges::count_if(members, &Member::is_master);
+  const std::string add = "\"tqsync group add " + group.id + " FILE";
+  if (masters == 0) {
+    throw Failure("group " + group.id + " has no master. " + add + " --master\" adds it.");
+  }
+  if (masters > 1) {
+    throw Failure("group " + group.id +
+                  " has several masters. \"tqsync group remove\" takes one out.");
+  }
+  if (members.size() < 2) {
+    throw Failure("group " + group.id + " has no partner file. " + add + "\" adds one.");
+  }
+  return members;
+}
+
+// The files' names; those that occur twice get their member number.
+std::vector<std::string> distinct_names(const std::vector<Member>& members) {
+  std::vector<std::string> names;
+  std::ranges::transform(members, std::back_inserter(names),
+                         [](const Member& member) { return file_name(member.path); });
+  std::vector<std::string> distinct = names;
+  for (std::size_t i = 0; i < names.size(); ++i) {
+    if (std::ranges::count(names, names[i]) > 1) distinct[i] += " (" + members[i].file_id + ")";
+  }
+  return distinct;
+}
+
+void print_warnings(const AddressFile& file) {
+  constexpr std::size_t kMost = 10;
+  for (std::size_t i = 0; i < std::min(file.warnings.size(), kMost); ++i) {
+    std::cerr << "tqsync: warning: " << file.warnings[i] << '\n';
+  }
+  if (file.warnings.size() > kMost) {
+    std::cerr << "tqsync: warning: " << file.name << ": " << file.warnings.size() - kMost
+              << " more of this kind\n";
+  }
+}
+
+Book read_book(const Member& member, Encoding forced) {
+  const Encoding encoding = forced == Encoding::kDetect ? member.encoding : forced;
+  AddressFile file = read_address_file(member.path, encoding);
+  Book book = people_of(file);
+  print_warnings(file);
+  return book;
+}
+
+void print_common_keys(const Plan& plan) {
+  for (const CommonKey& common : plan.common_keys) {
+    std::cerr << "tqsync: note: " << common.key << " stands in " << common.holders
+              << " records; nobody is looked up by it, it only confirms other signs\n";
+  }
+}
+
+void pair(const Flags& flags, Output output) {
+  const Group group = open_group(flags.group);
+  const std::vector<Member> members = ordered_members(group);
+  std::vector<Book> books;
+  std::vector<std::size_t> sizes;
+  std::vector<std::string> file_ids;
+  for (const Member& member : members) {
+    books.push_back(read_book(member, flags.encoding));
+    sizes.push_back(books.back().size());
+    file_ids.push_back(member.file_id);
+  }
+
+  const Plan plan = make_plan(books);
+  print_common_keys(plan);
+  const MatchTables tables(file_ids, sizes, plan);
+  const PairingRun run{distinct_names(members), books, plan, tables};
+  if (output == Output::kPeople) std::cout << "Group " << group.id << "  " << group.title << '\n';
+  PairReport report(run, {output, flags.rows}, std::cout);
+  for (const std::string section : kReportSections) {
+    const bool wanted = flags.only.empty() || std::ranges::count(flags.only, section) > 0;
+    if (wanted) report.print(section);
+  }
+}
+
+std::string help_on_scores() {
+  std::string text =
+      "Names are compared without spaces and in full width, old and variant kanji (髙,\n"
+      "﨑, 邊) as the common ones; telephones as digits with their leading 0; mail\n"
+      "addresses in lower case. Scores:\n";
+  for (const SignRule& rule : sign_rules()) {
+    text += "  " + std::to_string(rule.score) + "  same " + rule.text + "\n";
+  }
+  return text + "A reading counts where the names differ; 100 is the most.\n\n" + kPairingRule;
+}
+
+}  // namespace
+
+void add_pair_command(CLI::App& app, Program& program) {
+  CLI::App* command = app.add_subcommand(
+      "pair", "Show which records of a group's files belong together; nothing is changed");
+  const auto flags = std::make_shared<Flags>();
+  command->add_option("group", flags->group, "Number or title of the group")->required();
+  add_encoding_option(*command, flags->encoding, "Encoding of all files, instead of the detected");
+  command->add_option("--only", flags->only, "Print only this table; may be repeated")
+      ->allow_extra_args(false)
+      ->check(CLI::IsMember(
+          std::vector<std::string>(std::begin(kReportSections), std::end(kReportSections))));
+  command
+      ->add_option("--rows", flags->rows, "Print at most so many rows of a table (not with --tsv)")
+      ->check(CLI::PositiveNumber);
+  command->footer(help_on_scores());
+  command->callback([flags, &program] {
+    program.action = [flags, &program] {
+      require_home();
+      pair(*flags, program.output);
+    };
+  });
+}
+
+}  // namespace tqsync
