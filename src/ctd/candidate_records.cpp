@@ -1,7 +1,6 @@
 #include "ctd/candidate_records.h"
 
 #include <algorithm>
-#include <cstring>
 #include <limits>
 #include <new>
 
@@ -131,7 +130,7 @@ char* CandidateRecords::new_text(std::string_view text) {
   }
   char* copy = room_.data();
   room_ = room_.subspan(size);
-  std::memcpy(copy, text.data(), text.size());  // the block is zero behind it
+  text.copy(copy, text.size());  // the block is zero behind it
   return copy;
 }
 

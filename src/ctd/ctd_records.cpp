@@ -1,6 +1,5 @@
 // The record table: taking it over and reading it.
 #include <algorithm>
-#include <cstring>
 #include <limits>
 
 #include "ctd/ctd_state.h"
@@ -25,7 +24,7 @@ namespace {
 // The caller's buffer holds what the size getters told.
 short copy_whole(char* out, std::string_view text) {
   if (out == nullptr) return -1;
-  std::memcpy(out, text.data(), text.size());
+  text.copy(out, text.size());
   out[text.size()] = '\0';
   return 0;
 }
