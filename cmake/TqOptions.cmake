@@ -31,6 +31,8 @@ if(WIN32)
         ${PROJECT_SOURCE_DIR}/scripts/wine_run.sh ${PROJECT_BINARY_DIR}/wineprefix)
   endif()
 else()
+  # Installed programs find the library of their own tree, wherever it is moved.
+  set(CMAKE_INSTALL_RPATH $ORIGIN/../${CMAKE_INSTALL_LIBDIR})
   # Files beyond 2 GiB and times beyond 2038 in 32-bit builds too.
   target_compile_definitions(tq_options INTERFACE _FILE_OFFSET_BITS=64 _TIME_BITS=64)
 endif()

@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Installs a build into a folder of its own, moves that folder, and builds and runs two hosts against
-# it: plain C through pkg-config, C++ through find_package. check_install.sh BUILD-FOLDER
+# Installs a build into a folder of its own, moves that folder, runs tqsync from there, and builds and
+# runs two hosts against it: plain C through pkg-config, C++ through find_package.
+# check_install.sh BUILD-FOLDER
 set -euo pipefail
 hosts=$(cd "$(dirname "${BASH_SOURCE[0]}")/../tests/install" && pwd)
 work=$(mktemp -d)
@@ -9,8 +10,11 @@ trap 'rm -rf "$work"' EXIT
 cmake --install "$1" --prefix "$work/first" >/dev/null
 mv "$work/first" "$work/moved"
 libdir=$(dirname "$(find "$work/moved" -name libtqutil.so)")
-export LD_LIBRARY_PATH=$libdir PKG_CONFIG_PATH=$libdir/pkgconfig TQUTIL_HOME=$work/home
+export TQUTIL_HOME=$work/home
 mkdir "$TQUTIL_HOME"
+"$work/moved/bin/tqsync" init
+
+export LD_LIBRARY_PATH=$libdir PKG_CONFIG_PATH=$libdir/pkgconfig
 
 # The flags stay unquoted: they are a list of words.
 # shellcheck disable=SC2046
