@@ -101,8 +101,11 @@ constexpr std::uint8_t kNoFamily = 0xFF;
 constexpr auto kFamilyOf = [] {
   std::array<std::uint8_t, kFamilyIds> families{};
   families.fill(kNoFamily);
-  for (std::uint8_t i = 0; i < std::size(kFamilies); ++i) {
-    for (const short id : kFamilies[i].shown) families[static_cast<std::size_t>(id)] = i;
+  static_assert(std::size(kFamilies) < kNoFamily);
+  for (std::size_t i = 0; i < std::size(kFamilies); ++i) {
+    for (const short id : kFamilies[i].shown) {
+      families[static_cast<std::size_t>(id)] = static_cast<std::uint8_t>(i);
+    }
   }
   return families;
 }();

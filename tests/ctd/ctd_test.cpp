@@ -110,7 +110,8 @@ TEST(Ctd, PairsBecomeGroups) {
     for (const Pair& pair : c.pairs) add(ctd, pair.org, pair.score, pair.mst);
     EXPECT_EQ(masters(ctd), c.masters);
     ASSERT_EQ(ctd.GetCtdCnt(), static_cast<int32_t>(c.origins.size()));
-    for (short g = 0; g < ctd.GetCtdCnt(); ++g) EXPECT_EQ(origins(ctd, g), c.origins[g]);
+    const auto count = static_cast<short>(ctd.GetCtdCnt());
+    for (short g = 0; g < count; ++g) EXPECT_EQ(origins(ctd, g), c.origins[g]);
   }
 }
 

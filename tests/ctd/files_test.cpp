@@ -234,7 +234,8 @@ std::string origins_after(const std::string& merge_file, TestHome& home) {
   home.write(kMrgFile, merge_file);
   if (ctd.ReadMargFile() != 0) return "failed";
   std::string groups;
-  for (short group = 0; group < ctd.GetCtdCnt(); ++group) {
+  const auto count = static_cast<short>(ctd.GetCtdCnt());
+  for (short group = 0; group < count; ++group) {
     tSYNC_SCHINFO cursor{};
     char id[TQ_SYNC_ID_SIZE];
     while (ctd.FindCtdOrgSyncID2(group, id, &cursor) == 0) groups += id[14];

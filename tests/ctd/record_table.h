@@ -13,8 +13,8 @@ namespace tq::test {
 class RecordTable {
  public:
   // Field ids and names.
-  explicit RecordTable(std::vector<std::pair<int, std::string>> fields) {
-    for (auto& [id, name] : fields) names_.push_back(field(id, name));
+  explicit RecordTable(const std::vector<std::pair<int, std::string>>& fields) {
+    for (const auto& [id, name] : fields) names_.push_back(field(id, name));
   }
 
   // Values in the order of the fields. The table must not be in use yet.

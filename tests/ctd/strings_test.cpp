@@ -19,7 +19,8 @@ using tq::test::TestHome;
 std::string shown(CCtdCtl& ctd, int32_t record, int32_t field) {
   std::string text(TQ_CTD_TEXT_SIZE, 'x');
   if (ctd.GetCtdFldStrS(record, field, text.data()) != 0) return "failed";
-  return text.c_str();
+  text.resize(text.find('\0'));
+  return text;
 }
 
 // What is shown for field `id` of a record that has these values, and which fields count as used.

@@ -54,7 +54,8 @@ std::string date_line(const std::string& sjis, short mode, bool pad) {
   // A date takes 21 bytes at most; what is no date comes back as it was, 1000 bytes of it.
   std::string out(1001, '\0');
   if (tqDateFormatCnv(sjis.c_str(), out.data(), mode, pad ? 1 : 0) != 0) return sjis;
-  return out.c_str();
+  out.resize(out.find('\0'));
+  return out;
 }
 
 LineFilter::Convert strip(const TextOptions& options) {
