@@ -154,7 +154,7 @@ TEST(RecordTables, WhoOwnsWhat) {
   tSYNC_CTDRECINFO* first = nullptr;
   tSYNC_FLDTBL* names = nullptr;
   ctd.GetCtdInfo(&records, &first, &fields, &names);
-  EXPECT_EQ(first->fldCnt, 0);
+  EXPECT_EQ(short{first->fldCnt}, 0);  // packed: no reference to it
   ctd.ClrCtdInfo();
   EXPECT_EQ(ctd.GetCtdRecCnt(), 0);
   EXPECT_STREQ(first->title, "first") << "cleared, not released";
