@@ -9,6 +9,8 @@ namespace tq {
 
 // Folders and captions from `tqutil.ini` in the home folder, field files in their documented form.
 tFLDCOM_API builtin_fldcom();
+// Its entries for backups.
+void add_backup_entries(tFLDCOM_API& api);
 
 // Converts nothing and has no mail store.
 tADRCONV_API builtin_adrconv();
