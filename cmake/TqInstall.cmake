@@ -1,6 +1,6 @@
-# What `cmake --install` puts down: headers, the library, the CMake package (`find_package(tqutil)`
-# gives tqutil::tqutil) and tqutil.pc. Everything in it is relative to the place of the package, so
-# that an installed tree may be moved.
+# What `cmake --install` puts down: headers, the library, its definition files, the CMake package
+# (`find_package(tqutil)` gives tqutil::tqutil) and tqutil.pc. Everything in it is relative to the
+# place of the package, so that an installed tree may be moved.
 include(CMakePackageConfigHelpers)
 
 set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/tqutil)
@@ -8,6 +8,8 @@ set(pkgconfig_dir ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/include/tqutil DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
   FILES_MATCHING PATTERN *.h)
+# The library finds its definition files from the place where it stands itself.
+install(DIRECTORY ${PROJECT_SOURCE_DIR}/share/tqutil DESTINATION ${CMAKE_INSTALL_DATADIR})
 install(TARGETS tqutil EXPORT tqutilTargets)
 install(EXPORT tqutilTargets NAMESPACE tqutil:: FILE tqutilConfig.cmake DESTINATION ${package_dir})
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/tqutilConfigVersion.cmake

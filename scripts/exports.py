@@ -8,8 +8,9 @@
                                                  .def for dlltool: the 32-bit import library
   exports.py check LIST LIBRARY --format elf|pe32|pe64 [--nm NM] [--objdump OBJDUMP]
 
-Class members are listed by signature. The Linux linker takes signatures as they are; for the DLL
-the mangled names come from the compiled objects, which is also where a misspelt signature shows.
+Class members are listed by signature, static data members by name. The Linux linker takes both as
+they are; for the DLL the mangled names come from the compiled objects, which is also where a
+misspelt one shows.
 """
 
 import argparse
@@ -20,10 +21,14 @@ from typing import NamedTuple
 
 
 class Entry(NamedTuple):
-    kind: str  # "cdecl", "stdcall", "stdcall-bare" or "member"
-    name: str  # function name, or a member's signature
+    kind: str  # "cdecl", "stdcall", "stdcall-bare", "member" or "data"
+    name: str  # function name, a member's signature, or a data member's qualified name
     size: int  # bytes of arguments, stdcall only
     where: str  # file and line, for messages
+
+    @property
+    def mangled(self):
+        return self.kind in ("member", "data")
 
     def exported(self, form):
         """The name that a library of this form ("elf", "pe32", "pe64") exports."""
@@ -70,13 +75,15 @@ def parse_line(text, where):
         return Entry(kind, sized[1], int(sized[2]), where)
     if kind == "member" and "::" in rest and "(" in rest:
         return Entry(kind, rest, 0, where)
+    if kind == "data" and re.fullmatch(r"\w+::\w+", rest):
+        return Entry(kind, rest, 0, where)
     return fail(f"{where}: cannot read '{text}'")
 
 
 def version_script(entries):
     """Only what is listed stays global; instantiations of the standard library's templates do not."""
-    flat = [f"    {e.name};\n" for e in entries if e.kind != "member"]
-    members = [f'      "{e.name}";\n' for e in entries if e.kind == "member"]
+    flat = [f"    {e.name};\n" for e in entries if not e.mangled]
+    members = [f'      "{e.name}";\n' for e in entries if e.mangled]
     text = "{\n"
     if entries:
         text += "  global:\n" + "".join(flat)
@@ -92,13 +99,14 @@ def def_file(entries, args, for_import=False):
     """
     lines = []
     mangled = {}
-    if any(entry.kind == "member" for entry in entries):
+    if any(entry.mangled for entry in entries):
         mangled = mangled_names(args.nm, args.objects, args.bits)
     for entry in entries:
-        if entry.kind == "member":
+        if entry.mangled:
             if entry.name not in mangled:
-                fail(f"{entry.where}: no compiled function is called {entry.name}")
-            lines += sorted(mangled[entry.name])
+                fail(f"{entry.where}: nothing compiled is called {entry.name}")
+            mark = " DATA" if entry.kind == "data" else ""
+            lines += [name + mark for name in sorted(mangled[entry.name])]
         elif entry.kind == "cdecl" or args.bits == 64:
             lines.append(entry.name)
         else:
@@ -108,11 +116,11 @@ def def_file(entries, args, for_import=False):
 
 
 def mangled_names(nm, objects, bits):
-    """Signature -> mangled names (a constructor has several) of the functions in the objects."""
+    """Signature -> mangled names (a constructor has several) of what the objects define."""
     names = set()
     for line in run(nm, "--defined-only", *objects).splitlines():
         fields = line.split()
-        if len(fields) == 3 and fields[1] in "TW":
+        if len(fields) == 3 and fields[1] in "TWBDR":
             names.add(fields[2].removeprefix("_") if bits == 32 else fields[2])
     names = sorted(name for name in names if name.startswith("_Z"))
     result = {}

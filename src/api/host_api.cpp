@@ -13,6 +13,7 @@
 #include "siblings/siblings.h"
 #include "tqutil/host.h"
 #include "tqutil/records.h"
+#include "tqutil/syncfld.h"
 
 namespace {
 
@@ -113,10 +114,14 @@ short TQ_CALL tqGetFolder(short which, char* folder) noexcept {
 
 short TQ_CALL tqSetSiblings(const tTQ_SIBLINGS* siblings) noexcept {
   try {
-    return tq::set_siblings(siblings) ? 0 : 1;
+    if (!tq::set_siblings(siblings)) return 1;
   } catch (...) {  // out of memory
     return 1;
   }
+  // The definition folder may be another one now.
+  CSyncFldCtl::FreeSyncKeyFile();
+  CSyncFldCtl::ReadSyncKeyFile();
+  return 0;
 }
 
 short TQ_CALL tqGetSiblings(tTQ_SIBLINGS* siblings) noexcept {

@@ -93,6 +93,16 @@ class RecordTable {
   // `record`'s own capacity field is ignored.
   bool append(const T& record) { return insert(count_, record); }
 
+  // Like `append`, but the block is used up before it grows: for tables whose size was announced.
+  bool fill(const T& record) {
+    if (count_ >= capacity()) return append(record);
+    rearrange([&] {
+      rows_[count_] = record;
+      RecordTraits<T>::capacity(rows_[count_++]) = 0;
+    });
+    return true;
+  }
+
   // Records from `index` on move up one place. False: no memory or index past the end.
   bool insert(std::size_t index, const T& record) {
     const T copy = record;  // `record` may lie in the block that is about to move

@@ -1,4 +1,4 @@
-// The built-in common field library: folders from the home folder's settings.
+// The built-in common field library: folders and captions from the home folder's settings.
 #include <string_view>
 
 #include "base/sjis_literal.h"
@@ -17,17 +17,11 @@ struct FolderDefault {
   std::string_view fallback;  // under the home folder
 };
 
-constexpr FolderDefault kProgram = {"program", "program"};
-constexpr FolderDefault kDefinition = {"definition", "definition"};
 constexpr FolderDefault kData = {"data", "data"};
 constexpr FolderDefault kWork = {"work", "work"};
 constexpr FolderDefault kBackup = {"backup", "backup"};
 constexpr FolderDefault kGroup = {"group", "group"};
 constexpr FolderDefault kMember = {"member", "member"};
-constexpr FolderDefault kFields1 = {"fields1", "fields\\1"};
-constexpr FolderDefault kFields2a = {"fields2a", "fields\\2a"};
-constexpr FolderDefault kFields2b = {"fields2b", "fields\\2b"};
-constexpr FolderDefault kFields3 = {"fields3", "fields\\3"};
 
 template <const FolderDefault& kFolder>
 void TQ_CALL get_folder(void*, char* folder) {
@@ -56,17 +50,12 @@ void TQ_CALL set_history_app_id(void*, uint16_t app_id) { history_filing().app_i
 tFLDCOM_API builtin_fldcom() {
   tFLDCOM_API api{};
   api.size = sizeof api;
-  api.FldComGetProgramFolder = get_folder<kProgram>;
-  api.FldComGetDefFolder = get_folder<kDefinition>;
+  add_definitions(api);
   api.FldComGetDataFolder = get_folder<kData>;
   api.FldComGetWorkFolder = get_folder<kWork>;
   api.FldComGetBackupFolder = get_folder<kBackup>;
   api.FldComGetGroupFolder = get_folder<kGroup>;
   api.FldComGetMemberFolder = get_folder<kMember>;
-  api.FldComGetFldFolder1 = get_folder<kFields1>;
-  api.FldComGetFldFolder2a = get_folder<kFields2a>;
-  api.FldComGetFldFolder2b = get_folder<kFields2b>;
-  api.FldComGetFldFolder3 = get_folder<kFields3>;
   api.FldComGetCaption = get_caption;
   api.FldComSetHistoryNo = set_history_no;
   api.FldComSetHistoryAppId = set_history_app_id;

@@ -9,6 +9,13 @@ namespace tq {
 
 // Folders and captions from `tqutil.ini` in the home folder, field files in their documented form.
 tFLDCOM_API builtin_fldcom();
+// Its entries for definition files.
+void add_definitions(tFLDCOM_API& api);
+
+// Field definitions from "RECDB.DAT". They are read when they are first asked for and kept until
+// forgotten.
+tRECDB_API builtin_recdb();
+void forget_field_definitions();
 
 // Converts nothing and has no mail store.
 tADRCONV_API builtin_adrconv();

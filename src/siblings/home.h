@@ -16,6 +16,13 @@ std::string home_folder();
 // when it cannot be made or does not fit a path buffer.
 std::string configured_folder(std::string_view key, std::string_view fallback);
 
+// The folder of files that ship with the library and that people may replace: what `tqutil.ini`
+// names for `key`; else `<home>\<name>` when something in it matches `wanted` (a file name, `*` and
+// `?` allowed); else the shipped one, `share\tqutil\<name>`, found beside or above the library's
+// own folder; else `<home>\<name>`. Nothing is made. With a trailing backslash; empty when there is
+// none.
+std::string definition_folder(std::string_view key, std::string_view name, std::string_view wanted);
+
 // A text of section [texts] of `tqutil.ini`.
 std::string configured_text(std::string_view key, std::string_view fallback);
 

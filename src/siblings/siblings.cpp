@@ -56,7 +56,7 @@ Api merged(const Api& built_in, const Api* given, std::initializer_list<Together
 
 struct Tables {
   tFLDCOM_API fldcom = builtin_fldcom();
-  tRECDB_API recdb{};
+  tRECDB_API recdb = builtin_recdb();
   tADRCONV_API adrconv = builtin_adrconv();
   tHSTYTMP_API hstytmp = builtin_hstytmp();
   tERRBOX_API errbox = builtin_errbox();
@@ -111,11 +111,12 @@ std::string sibling_folder(FolderQuery query) {
 }
 
 bool set_siblings(const tTQ_SIBLINGS* siblings) {
+  if (siblings != nullptr && siblings->size < kHead) return false;
+  forget_field_definitions();
   if (siblings == nullptr) {
     tables() = Tables();
     return true;
   }
-  if (siblings->size < kHead) return false;
   tTQ_SIBLINGS given{};
   std::memcpy(&given, siblings, std::min<std::size_t>(siblings->size, sizeof given));
   tables() = merged_tables(given);

@@ -1,11 +1,14 @@
-/* A host in plain C, over handles: saves a group, finds it in the listing and deletes it again.
- * TQUTIL_HOME names the folder with the library's data. */
+/* A host in plain C, over handles: saves a group, finds it in the listing and deletes it again;
+ * asks for what the shipped definition files say. TQUTIL_HOME names the folder with the library's
+ * data. */
 #include <stdint.h>
 #include <stdio.h>
 #include <stdlib.h>
 #include <string.h>
+#include <tqutil/appinfo.h>
 #include <tqutil/host.h>
 #include <tqutil/syncfile.h>
+#include <tqutil/syncfld.h>
 
 static const char kTitle[] = "\xE4\xBD\x8F\xE6\x89\x80\xE9\x8C\xB2"; /* "address book", UTF-8 */
 
@@ -46,6 +49,8 @@ int main(void) {
   require(tqUtf8ToSjis(kTitle, (int32_t)sizeof kTitle - 1, title, sizeof title) == 6, "no title");
   save_group(title);
   require(delete_groups(title) == 1, "the group is not in the listing");
+  require(GetAppType(TQ_APP_MASTER) == TQ_APP_MASTER, "the application list is not found");
+  require(SykyGetKey(TQ_APP_MASTER, 1, 1) == 42, "the keys are not loaded");
   printf("tqutil %s from C\n", tqVersion());
   return 0;
 }

@@ -1,7 +1,9 @@
-// A host in C++, over the classes: saves a group, reads it back from its file and deletes it again.
+// A host in C++, over the classes: saves a group, reads it back from its file and deletes it again;
+// looks at the tables that the classes share.
 // TQUTIL_HOME names the folder with the library's data.
 #include <tqutil/host.h>
 #include <tqutil/syncfile.h>
+#include <tqutil/syncfld.h>
 
 #include <cstdio>
 #include <cstring>
@@ -36,12 +38,25 @@ bool remove_again() {
   return listed && listing.DeleteSyncGrp(pos) == 0;
 }
 
+// The library's own data, through its export table.
+bool keys_are_loaded() {
+  const short count = CSyncFldCtl::s_appCnt;
+  CSyncFldCtl::FreeSyncKeyFile();
+  const bool gone = CSyncFldCtl::s_appTbl == nullptr;
+  return gone && CSyncFldCtl::ReadSyncKeyFile() == 0 && CSyncFldCtl::s_appTbl != nullptr &&
+         count > 0 && CSyncFldCtl::s_appTbl[count - 1].itemCnt > 0;
+}
+
 }  // namespace
 
 int main() {
   char path[TQ_PATH_SIZE] = "";
   if (!save(path) || !read_back(path) || !remove_again()) {
     std::fprintf(stderr, "consumer.cpp: the group does not come back\n");
+    return 1;
+  }
+  if (!keys_are_loaded()) {
+    std::fprintf(stderr, "consumer.cpp: the keys are not loaded\n");
     return 1;
   }
   std::printf("tqutil %s from C++\n", tqVersion());

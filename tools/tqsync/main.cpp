@@ -10,6 +10,7 @@
 #include "commands/command.h"
 #include "terminal/console.h"
 #include "tqutil/host.h"
+#include "tqutil/siblings.h"
 
 namespace tqsync {
 namespace {
@@ -59,7 +60,10 @@ int run(std::vector<std::string> arguments) {
   } catch (const CLI::ParseError& error) {
     return app.exit(error) == 0 ? kDone : kWrongUsage;
   }
-  if (!home.empty()) set_environment("TQUTIL_HOME", home);
+  if (!home.empty()) {
+    set_environment("TQUTIL_HOME", home);
+    tqSetSiblings(nullptr);  // the keys were read before the home folder was known
+  }
   return do_action(program);
 }
 

@@ -18,16 +18,16 @@ constexpr char kSettings[] =
     "; unless they are given whole.\n"
     "\n"
     "[folders]\n"
-    "program=program\n"
-    "definition=definition\n"
     "data=data\n"
     "work=work\n"
     "backup=backup\n"
     "group=group\n"
-    "member=member\n";
+    "member=member\n"
+    "; Folders of definition files: program, definition, fields1, fields2a, fields2b, fields3.\n"
+    "; Without an entry what stands beside this file serves (program, definition, fields\\1 and\n"
+    "; so on), else what ships with tqutil.\n";
 
-constexpr short kFolders[] = {TQ_FOLDER_PROGRAM, TQ_FOLDER_DEFINITION, TQ_FOLDER_DATA,
-                              TQ_FOLDER_WORK,    TQ_FOLDER_BACKUP,     TQ_FOLDER_GROUP,
+constexpr short kFolders[] = {TQ_FOLDER_DATA, TQ_FOLDER_WORK, TQ_FOLDER_BACKUP, TQ_FOLDER_GROUP,
                               TQ_FOLDER_MEMBER};
 
 std::filesystem::path native_path(const std::string& utf8) {

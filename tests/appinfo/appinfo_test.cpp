@@ -1,0 +1,100 @@
+// The application registry in both forms: the library's own table and the sibling's.
+#include "tqutil/appinfo.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "base/sjis_literal.h"
+#include "support/definitions.h"
+
+namespace {
+
+using namespace tq::literals;
+using tq::test::DefinitionHome;
+
+struct Registry : DefinitionHome {
+  ~Registry() { CAppInfoCtl::FreeAppInfo(); }
+  short read(const std::string& bytes) const {
+    write("program\\APPINFO.DAT", bytes);
+    CAppInfoCtl::FreeAppInfo();
+    return CAppInfoCtl::ReadAppInfo();
+  }
+};
+
+TEST(AppInfo, Files) {
+  struct Case {
+    const char* why;
+    std::string bytes;
+    short result, count;
+    short type_of_3;  // of the library's table; the sibling's gives 0 where this gives -1
+  };
+  Registry home;
+  for (const Case& c : {
+           Case{"comments and empty lines are passed over", ";c\n\nBook:3,1\n", 0, 1, 1},
+           Case{"the first row of a number counts", "A:3,7\r\nB:3,8\r\n", 0, 2, 7},
+           Case{"what follows the type is ignored", "A:3,7,9\nB:4,8", 0, 2, 7},
+           Case{"no type", "A:3,7\nBook:3\n", 1, 0, -1},
+           Case{"no number", "Book:\n", 1, 0, -1},
+           Case{"no label", ":3,7\n", 1, 0, -1},
+           Case{"no colon", "Book\n", 1, 0, -1},
+           Case{"numbers end where digits do", "A: 3x,-2y\n", 0, 1, -2},
+           Case{"empty file", "", 0, 0, -1},
+           Case{"binary", std::string("\0\x81\n\xff", 4), 1, 0, -1},
+           Case{"a row longer than a line", std::string(4000, 'x') + ":3,7\n", 1, 0, -1},
+       }) {
+    SCOPED_TRACE(c.why);
+    EXPECT_EQ(home.read(c.bytes), c.result);
+    EXPECT_EQ(CAppInfoCtl::s_appCnt, c.count);
+    EXPECT_EQ(CAppInfoCtl::s_appTbl == nullptr, c.count == 0);
+    EXPECT_EQ(CAppInfoCtl::GetAppType(3), c.type_of_3);
+    EXPECT_EQ(CAppInfoCtl::GetAppType(99), -1);
+    EXPECT_EQ(GetAppType(99), 0);
+    if (c.result != 0) continue;
+    EXPECT_EQ(GetAppType(3), c.type_of_3 == -1 ? 0 : c.type_of_3);
+  }
+}
+
+TEST(AppInfo, ReadOnceUntilReleased) {
+  Registry home;
+  home.remove("program");
+  std::string rows;
+  for (int i = 1; i <= 40; ++i) {
+    rows += "A:" + std::to_string(i) + "," + std::to_string(i + 100) + "\n";
+    if (i == 1 || i == 39) {
+      EXPECT_EQ(home.read(rows), 0);
+      EXPECT_EQ(CAppInfoCtl::s_appTbl[0].cap, 40);
+    }
+  }
+  EXPECT_EQ(home.read(rows), 0);
+  EXPECT_EQ(CAppInfoCtl::s_appTbl[0].cap, 60);
+  EXPECT_EQ(CAppInfoCtl::s_appTbl[39].appType, 140);
+  home.write("program\\APPINFO.DAT", "B:1,5\n");
+  EXPECT_EQ(CAppInfoCtl::ReadAppInfo(), 0);
+  EXPECT_EQ(CAppInfoCtl::GetAppType(1), 101) << "it is there already";
+  EXPECT_EQ(GetAppType(1), 5) << "the sibling reads its own";
+  CAppInfoCtl::FreeAppInfo();
+  EXPECT_EQ(CAppInfoCtl::GetAppType(1), -1);
+  EXPECT_EQ(GetAppInfoCtl(), 0);
+  EXPECT_EQ(FreeAppInfoCtl(3), 0);
+}
+
+TEST(AppInfo, TheSiblingsTableCarriesNames) {
+  Registry home;
+  home.read("住所録:1000,1000\nB:2,3\n"_sjis);
+  tTQ_SIBLINGS now{};
+  now.size = sizeof now;
+  ASSERT_EQ(tqGetSiblings(&now), 0);
+  int32_t count = -1;
+  const tFLDCOM_APPREC* table = now.fldcom->FldComGetAppInfoTable(nullptr, &count);
+  ASSERT_EQ(count, 2);
+  EXPECT_STREQ(table[0].name, "住所録"_sjis);
+  EXPECT_EQ(table[0].appNo, 1000);
+  home.write("tqutil.ini", "[folders]\nprogram=nowhere\n");
+  EXPECT_EQ(now.fldcom->FldComGetAppInfoTable(nullptr, &count), nullptr);
+  EXPECT_EQ(count, 0);
+  EXPECT_EQ(GetAppType(1000), 0);
+  EXPECT_FALSE(home.exists("nowhere")) << "asking makes no folder";
+}
+
+}  // namespace
