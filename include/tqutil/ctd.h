@@ -149,8 +149,8 @@ class TQ_API CCtdCtl {
   void SetCtdTitle(const char* title);
   void GetCtdTitle(char* title);
 
-  /* The record table. `fldMap` is the caller's: the handle of its field mapping. Negative counts
-   * and null arrays make the table empty. */
+  /* The record table. `fldMap` is the handle of the field mapping (syncfld.h) by which values are
+   * converted. Negative counts and null arrays make the table empty. */
   void SetCtdInfo(uint32_t fldMap, int32_t recCnt, tSYNC_CTDRECINFO* records, short fldCnt,
                   tSYNC_FLDTBL* names);
   /* Null outputs are skipped. */
@@ -170,13 +170,14 @@ class TQ_API CCtdCtl {
   short GetCtdFldStrSize(int32_t record, int32_t field);
   short GetCtdFldStrSizeMax();
   short GetCtdFldStr(int32_t record, int32_t field, char* text);
-  /* A value as it is shown (docs/candidates.md): joined from its parts, long texts cut to 250 bytes
-   * with "....." behind them. The output needs TQ_CTD_TEXT_SIZE bytes. The last text is kept:
-   * asking again gives it as it was. Records that were read from a file have no parts to join and
-   * give an empty text. -1 also after the data was given up. */
+  /* A value as it is shown (docs/candidates.md): joined from its parts, converted where `adrconv`
+   * says so, long texts cut to 250 bytes with "....." behind them. The output needs
+   * TQ_CTD_TEXT_SIZE bytes. The last text is kept: asking again gives it as it was. Records that
+   * were read from a file have no parts to join and give an empty text. -1 also after the data was
+   * given up. */
   short GetCtdFldStrS(int32_t record, int32_t field, char* text);
   /* The length of the joined text, which becomes the kept one: GetCtdFldStrS of the same value then
-   * gives it uncut. */
+   * gives it neither converted nor cut. */
   short mGetCtdFldStrSize(int32_t record, int32_t field);
   /* Title (TQ_CTD_TITLE_SIZE bytes), description (TQ_CTD_DESCRIPTION_SIZE) and kind. */
   short GetCtdRecTitleSize(int32_t record);

@@ -1,6 +1,7 @@
 #include "ctd/candidate_records.h"
 
 #include <algorithm>
+#include <cstring>
 #include <limits>
 #include <new>
 
@@ -49,6 +50,10 @@ class CandidateRecords::Lines {
 };
 
 CandidateRecords::~CandidateRecords() {
+  for (short i = 0; names_ != nullptr && i < std::max<short>(fld_cnt_, 1); ++i) {
+    char* name = names_[i].text;
+    if (name != nullptr) allocator_.RecDbFreeData(allocator_.context, name);
+  }
   TblFree(names_);
   TblFree(values_);
   TblFree(records_);
@@ -79,7 +84,7 @@ void CandidateRecords::read_names(Lines& lines) {
   std::string_view line;
   short i = 0;
   while (lines.next(line)) {
-    names_[i].text = new_text(line);
+    names_[i].text = new_name(line);
     if (++i >= fld_cnt_) break;
   }
 }
@@ -115,23 +120,32 @@ bool CandidateRecords::read_record(Lines& lines, tSYNC_CTDRECINFO& record) {
   copy_text(record.description, line);
   for (short i = 0; i < fld_cnt_; ++i) {
     if (!lines.next(line)) return false;
-    record.fields[i].text = new_text(line);
+    record.fields[i].text = new_value(line);
   }
   return true;
 }
 
+char* CandidateRecords::new_name(std::string_view text) {
+  const auto size = static_cast<std::uint32_t>(text.size() + 2);
+  char* name = static_cast<char*>(allocator_.RecDbAllocData(allocator_.context, size));
+  if (name == nullptr) throw std::bad_alloc();
+  std::memcpy(name, text.data(), text.size());
+  std::memset(name + text.size(), 0, 2);
+  return name;
+}
+
 // With room for four times the text, so that whoever shows it can format it in place.
-char* CandidateRecords::new_text(std::string_view text) {
+char* CandidateRecords::new_value(std::string_view text) {
   const std::size_t size = (text.size() + 2) * 4;
   if (size > room_.size()) {
     const std::size_t block = std::max(size, kBlockSize);
     blocks_.push_back(std::make_unique<char[]>(block));
     room_ = {blocks_.back().get(), block};
   }
-  char* copy = room_.data();
+  char* value = room_.data();
   room_ = room_.subspan(size);
-  text.copy(copy, text.size());  // the block is zero behind it
-  return copy;
+  std::memcpy(value, text.data(), text.size());  // the block is zero behind it
+  return value;
 }
 
 }  // namespace tq

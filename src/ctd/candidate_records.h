@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "base/status.h"
+#include "siblings/siblings.h"
 #include "tqutil/ctd.h"
 
 namespace tq {
@@ -37,7 +38,8 @@ class CandidateRecords {
   void read_names(Lines& lines);
   void make_records(std::int32_t announced, std::uint64_t bytes_left);
   bool read_record(Lines& lines, tSYNC_CTDRECINFO& record);
-  char* new_text(std::string_view text);
+  char* new_name(std::string_view text);
+  char* new_value(std::string_view text);
 
   char title_[TQ_CTD_TITLE_SIZE] = {};
   std::int32_t rec_cnt_ = 0;
@@ -45,7 +47,9 @@ class CandidateRecords {
   tSYNC_FLDTBL* names_ = nullptr;
   tSYNC_CTDRECINFO* records_ = nullptr;
   tSYNC_FLDTBL* values_ = nullptr;  // the field tables of all records, one behind the other
-  // Texts, in blocks: there are as many as the table has cells.
+  // Names come from the database's allocator and go back to it, whatever is installed by then.
+  const tRECDB_API allocator_ = recdb();
+  // Values, in blocks: there are as many as the table has cells.
   std::vector<std::unique_ptr<char[]>> blocks_;
   std::span<char> room_;  // what the last block has left
 };

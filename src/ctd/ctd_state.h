@@ -64,6 +64,7 @@ struct CCtdCtl::State {
   // Formatted texts (ctd_strings.cpp): makes the text of a value the kept one.
   bool format(std::int32_t index, std::int32_t field);
   bool join(std::int32_t index, std::int32_t field);
+  void convert(const tSYNC_CTDRECINFO& of, short fld_id);
 
   std::string kept;  // the text last formatted, of this value
   std::int32_t kept_record = -1;

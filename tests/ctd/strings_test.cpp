@@ -1,6 +1,7 @@
-// Values as they are shown: joined from their parts, cut, kept.
+// Values as they are shown: joined from their parts, converted, cut, kept.
 #include <gtest/gtest.h>
 
+#include <cstdio>
 #include <map>
 #include <string>
 #include <vector>
@@ -8,7 +9,8 @@
 #include "base/sjis_literal.h"
 #include "ctd/record_table.h"
 #include "support/home.h"
-#include "tqutil/ctd.h"
+#include "tqutil/siblings.h"
+#include "tqutil/syncfld.h"
 
 namespace {
 
@@ -142,6 +144,34 @@ TEST(ShownTexts, TheLastOneIsKept) {
   table.give_to(ctd);
   EXPECT_EQ(shown(ctd, 0, 1), "failed") << "the buffer is gone";
   EXPECT_EQ(ctd.mGetCtdFldStrSize(0, 0), -1);
+}
+
+// Converts to "<text:group:data:master>"; leaves "keep" as it is.
+short TQ_CALL convert(void*, const char* text, short group, short data, short master, char* out,
+                      int32_t size) {
+  if (std::string(text) == "keep") return 1;
+  std::snprintf(out, static_cast<std::size_t>(size), "<%s:%d:%d:%d>", text, group, data, master);
+  return 0;
+}
+
+TEST(ShownTexts, AddressFieldsAreConverted) {
+  TestHome home;
+  tADRCONV_API adrconv{};
+  adrconv.size = sizeof adrconv;
+  adrconv.AdrConvIsConvField = [](void*, short id) { return short{id == 87 || id == 242}; };
+  adrconv.AdrConvConvert = convert;
+  tTQ_SIBLINGS siblings{sizeof siblings, nullptr, nullptr, &adrconv, nullptr, nullptr, nullptr};
+  ASSERT_EQ(tqSetSiblings(&siblings), 0);
+  RecordTable table({{87, "company"}, {242, "mail"}, {88, "short"}});
+  table.add("001001000000001", "", {"a,b", "c,keep,d", "e"});
+  CCtdCtl ctd;
+  const int32_t map = CreateSyflCtl();
+  table.give_to(ctd, static_cast<uint32_t>(map));
+  EXPECT_EQ(shown(ctd, 0, 0), "<a,b:9:-1:99>");
+  EXPECT_EQ(shown(ctd, 0, 1), "<c:7:-1:99>,keep,<d:7:-1:99>") << "lists item by item";
+  EXPECT_EQ(shown(ctd, 0, 2), "e");
+  FreeSyflCtl(map);
+  tqSetSiblings(nullptr);
 }
 
 }  // namespace
