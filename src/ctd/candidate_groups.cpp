@@ -28,10 +28,11 @@ std::size_t length(const tSYNC_CTDTBL* fields) {
 
 void CandidateGroups::add_pair(const tSYNC_ID& org, std::int32_t score, const tSYNC_ID& mst,
                                const tSYNC_CTDTBL* fields) {
-  make_room(2);
+  make_room(2, false);
   grow_for(fields_, length(fields));
   const std::uint64_t master = record_key(mst);
   const std::uint64_t origin = record_key(org);
+  origins_.prefetch(origin);
   std::uint32_t of_master = slot_of_master(master);
   const std::uint32_t of_origin = slot_of_origin(origin);
   if (of_master != kNoRecord && of_origin != kNoRecord) {
@@ -52,9 +53,10 @@ void CandidateGroups::add_pair(const tSYNC_ID& org, std::int32_t score, const tS
 }
 
 void CandidateGroups::add_to_master(const tSYNC_ID& org, std::int32_t score, const tSYNC_ID& mst) {
-  make_room(2);
+  make_room(2, true);
   const std::uint64_t master = record_key(mst);
   const std::uint64_t origin = record_key(org);
+  origins_.prefetch(origin);
   std::uint32_t slot = slot_of_master(master);
   if (slot == kNoRecord) {
     slot = append_group();
@@ -109,6 +111,8 @@ std::int32_t CandidateGroups::next_open() {
 void CandidateGroups::reset(std::int32_t count) {
   live_ = {};
   nodes_ = {};
+  scores_ = {};
+  ties_ = {};
   fields_ = {};
   groups_ = {};
   parent_ = {};
@@ -157,14 +161,18 @@ std::uint32_t CandidateGroups::live(std::uint32_t& link) noexcept {
 
 // ---- growing ----
 
-// For `nodes` more ids and one more group.
-void CandidateGroups::make_room(std::size_t nodes) {
-  grow_for(nodes_, nodes);
+// For `nodes` more ids and one more group. `sharing`: the ids may be in other groups already.
+void CandidateGroups::make_room(std::size_t nodes, bool sharing) {
+  const std::size_t with_spare = 2 * nodes + kMostSpare;
+  grow_for(nodes_, with_spare);
+  grow_for(scores_, with_spare);
   grow_for(groups_, 1);
   grow_for(parent_, 1);
   live_.make_room();
   masters_.make_room(1);
   origins_.make_room(nodes);
+  if (!sharing) return;
+  ties_.reserve(nodes_.capacity());
   members_.make_room(2 * nodes);
 }
 
@@ -178,11 +186,24 @@ std::uint32_t CandidateGroups::append_group() {
   return slot;
 }
 
+void CandidateGroups::append_unused(std::size_t nodes) noexcept {
+  nodes_.resize(nodes_.size() + nodes, {0, 0, kNoRecord, kNoRecord});
+  scores_.resize(nodes_.size());
+}
+
+// A new node at the end of a chain, `spare` being how many are kept for it behind its last one.
 std::uint32_t CandidateGroups::append_node(IdChain& chain, std::uint32_t slot, std::uint64_t key,
-                                           std::int32_t score) noexcept {
-  const auto node = static_cast<std::uint32_t>(nodes_.size());
-  nodes_.push_back({static_cast<std::uint32_t>(key >> 32), static_cast<std::uint32_t>(key), slot,
-                    kNoRecord, kNoRecord, 0, score});
+                                           std::int32_t score, std::uint32_t& spare) noexcept {
+  auto node = static_cast<std::uint32_t>(nodes_.size());
+  if (spare > 0) {
+    node = chain.tail + 1;
+    --spare;
+  } else {
+    append_unused(1);
+  }
+  nodes_[node] = {static_cast<std::uint32_t>(key >> 32), static_cast<std::uint32_t>(key), slot,
+                  kNoRecord};
+  scores_[node] = score;
   link(chain, node);
   return node;
 }
@@ -193,14 +214,21 @@ void CandidateGroups::link(IdChain& chain, std::uint32_t node) noexcept {
 }
 
 void CandidateGroups::append_master(std::uint32_t slot, std::uint64_t key) noexcept {
-  masters_.add(key, append_node(groups_[slot].mst, slot, key, 0));
+  std::uint32_t spare = 0;
+  masters_.add(key, append_node(groups_[slot].mst, slot, key, 0, spare));
 }
 
 void CandidateGroups::append_origin(std::uint32_t slot, std::uint64_t key,
                                     std::int32_t score) noexcept {
   const std::uint32_t first = first_occurrence(key);
-  const std::uint32_t node = append_node(groups_[slot].org, slot, key, score);
-  groups_[slot].sorted = false;
+  tSYNC_CTDGRP& group = groups_[slot];
+  const bool keep_more = group.spare == 0;
+  const std::uint32_t node = append_node(group.org, slot, key, score, group.spare);
+  if (keep_more) {
+    group.spare = std::min(group.org.count, kMostSpare);
+    append_unused(group.spare);
+  }
+  group.sorted = false;
   if (first == kNoRecord) {
     origins_.add(key, node);
   } else {
@@ -268,13 +296,13 @@ std::int32_t CandidateGroups::index_of(std::uint32_t slot) const noexcept {
 // large group came down to a lower slot the occurrences have to be looked through again.
 std::uint32_t CandidateGroups::first_occurrence(std::uint64_t key) noexcept {
   const std::uint32_t known = origin(key);
-  if (known == kNoRecord || nodes_[known].same == kNoRecord) return known;
-  if (nodes_[known].since == relabelled_) return known;
+  if (known == kNoRecord || alone(known)) return known;
+  if (ties_[known].since == relabelled_) return known;
   std::uint32_t first = known;
   for (std::uint32_t at = known;;) {
-    std::uint32_t next = nodes_[at].same;
-    while (dropped(next)) next = nodes_[next].same;
-    nodes_[at].same = next;
+    std::uint32_t next = ties_[at].same;
+    while (dropped(next)) next = ties_[next].same;
+    ties_[at].same = next;
     if (next == known) break;
     if (home(next) < home(first)) first = next;
     at = next;
@@ -290,7 +318,7 @@ std::uint32_t CandidateGroups::origin(std::uint64_t key) const noexcept {
 
 void CandidateGroups::set_first(std::uint64_t key, std::uint32_t from, std::uint32_t to) noexcept {
   if (from != to) origins_.replace(key, from, to);
-  nodes_[to].since = relabelled_;
+  ties_[to].since = relabelled_;
 }
 
 // ---- origins of several groups ----
@@ -308,21 +336,22 @@ std::uint32_t CandidateGroups::member(std::uint32_t token, std::uint64_t key) no
 bool CandidateGroups::holds(std::uint32_t slot, std::uint64_t key) noexcept {
   const std::uint32_t node = origin(key);
   if (node == kNoRecord) return false;
-  if (nodes_[node].same == kNoRecord) return home(node) == slot;
+  if (alone(node)) return home(node) == slot;
   return member(groups_[slot].token, key) != kNoRecord;
 }
 
 // Takes a new node in beside the other occurrences of its origin.
 void CandidateGroups::share(std::uint32_t node, std::uint32_t first) noexcept {
   const std::uint64_t key = key_of(nodes_[node]);
+  ties_.resize(nodes_.size());
   tSYNC_CTDGRP& there = groups_[home(first)];
-  if (nodes_[first].same == kNoRecord) {
-    nodes_[first].same = first;
-    nodes_[first].since = relabelled_;
+  if (alone(first)) {
+    ties_[first].same = first;
+    ties_[first].since = relabelled_;
     there.shared = true;
     members_.add(member_key(there.token, key), first);
   }
-  nodes_[node].same = std::exchange(nodes_[first].same, node);
+  ties_[node].same = std::exchange(ties_[first].same, node);
   tSYNC_CTDGRP& here = groups_[home(node)];
   here.shared = true;
   if (member(here.token, key) == kNoRecord) {
@@ -354,6 +383,7 @@ void CandidateGroups::mMargCtd(std::uint32_t a, std::uint32_t b) noexcept {
   join(to.org, from.org);
   to.shared = to.shared || from.shared;
   to.sorted = false;
+  if (from.org.head != kNoRecord) to.spare = from.spare;
   from = {};
   parent_[high] = low;
   live_.subtract(high, 1);
@@ -390,7 +420,7 @@ void CandidateGroups::merge_origins(std::uint32_t low, std::uint32_t high) noexc
 void CandidateGroups::enter_origins(std::uint32_t low, tSYNC_CTDGRP& from) noexcept {
   const std::uint32_t token = groups_[low].token;
   for (std::uint32_t node = first_live(from.org); node != kNoRecord; node = next_live(node)) {
-    if (nodes_[node].same == kNoRecord) continue;
+    if (alone(node)) continue;
     const std::uint64_t key = key_of(nodes_[node]);
     members_.remove(member_key(from.token, key), node);
     const std::uint32_t kept = member(token, key);
@@ -401,14 +431,14 @@ void CandidateGroups::enter_origins(std::uint32_t low, tSYNC_CTDGRP& from) noexc
     }
     members_.add(member_key(token, key), node);
     const std::uint32_t first = origin(key);
-    if (nodes_[first].since == relabelled_ && home(first) > low) set_first(key, first, node);
+    if (ties_[first].since == relabelled_ && home(first) > low) set_first(key, first, node);
   }
 }
 
 // Each origin of `to` takes the place of its counterpart in `from`, whose token stays.
 void CandidateGroups::replace_origins(tSYNC_CTDGRP& to, tSYNC_CTDGRP& from) noexcept {
   for (std::uint32_t node = first_live(to.org); node != kNoRecord; node = next_live(node)) {
-    if (nodes_[node].same == kNoRecord) continue;
+    if (alone(node)) continue;
     const std::uint64_t key = key_of(nodes_[node]);
     members_.remove(member_key(to.token, key), node);
     const std::uint32_t counterpart = member(from.token, key);
@@ -426,15 +456,15 @@ void CandidateGroups::replace_origins(tSYNC_CTDGRP& to, tSYNC_CTDGRP& from) noex
 void CandidateGroups::drop_repeats(tSYNC_CTDGRP& group) noexcept {
   const std::uint32_t seen = ++relabelled_;
   for (std::uint32_t node = first_live(group.org); node != kNoRecord; node = next_live(node)) {
-    if (nodes_[node].same == kNoRecord) continue;
+    if (alone(node)) continue;
     const std::uint64_t key = key_of(nodes_[node]);
     const std::uint32_t entry = member(group.token, key);
-    if (nodes_[entry].since == seen) {
+    if (ties_[entry].since == seen) {
       drop(node, entry);
       --group.org.count;
     } else {
       if (entry != node) members_.replace(member_key(group.token, key), entry, node);
-      nodes_[node].since = seen;
+      ties_[node].since = seen;
     }
   }
   ++relabelled_;

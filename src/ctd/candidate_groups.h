@@ -34,6 +34,7 @@ struct tSYNC_CTDGRP {
   IdChain org;                       // each with its score
   std::uint32_t fields = kNoRecord;  // field numbers, first entry of a chain
   std::uint32_t token = 0;           // its name in the index of members
+  std::uint32_t spare = 0;           // unused nodes right behind the last origin
   std::uint16_t schFlg = 0;          // 1: handled
   bool shared = false;               // some origin is, or was, in another group as well
   bool repeats = false;              // an origin may be in here twice
@@ -81,14 +82,19 @@ class CandidateGroups {
 
  private:
   struct Node {
-    std::uint32_t file;   // group and file number of the id
-    std::uint32_t rec;    // its record number
-    std::uint32_t slot;   // group that it came into, see home(); kNoRecord once dropped
-    std::uint32_t next;   // in the group
-    std::uint32_t same;   // ring of the occurrences of this origin; kNoRecord while it is alone
-    std::uint32_t since;  // on the first occurrence: `relabelled_` when it was found to be that
-    std::int32_t score;
+    std::uint32_t file;  // group and file number of the id
+    std::uint32_t rec;   // its record number
+    std::uint32_t slot;  // group that it came into, see home(); kNoRecord once dropped
+    std::uint32_t next;  // in the group
   };
+  // What only an origin of several groups has.
+  struct Tie {
+    std::uint32_t same = kNoRecord;  // ring of its occurrences; kNoRecord while it is alone
+    std::uint32_t since = 0;  // on the first one: `relabelled_` when it was found to be the first
+  };
+  // Origins of a group are mostly asked for together, so nodes are kept for a group in runs: as
+  // many more as it has, but not more than this.
+  static constexpr std::uint32_t kMostSpare = 7;
   struct Field {
     short number;
     std::uint32_t next;
@@ -98,6 +104,9 @@ class CandidateGroups {
   // Ids of a group.
   static std::uint64_t key_of(const Node& node) {
     return static_cast<std::uint64_t>(node.file) << 32 | node.rec;
+  }
+  bool alone(std::uint32_t node) const {
+    return node >= ties_.size() || ties_[node].same == kNoRecord;
   }
   bool dropped(std::uint32_t node) const { return nodes_[node].slot == kNoRecord; }
   bool is_live(std::uint32_t slot) const { return parent_[slot] == slot; }
@@ -111,11 +120,12 @@ class CandidateGroups {
   }
 
   // Growing.
-  void make_room(std::size_t nodes);
+  void make_room(std::size_t nodes, bool sharing);
   std::uint32_t append_group();
   void link(IdChain& chain, std::uint32_t node) noexcept;
+  void append_unused(std::size_t nodes) noexcept;
   std::uint32_t append_node(IdChain& chain, std::uint32_t slot, std::uint64_t key,
-                            std::int32_t score) noexcept;
+                            std::int32_t score, std::uint32_t& spare) noexcept;
   void append_master(std::uint32_t slot, std::uint64_t key) noexcept;
   void append_origin(std::uint32_t slot, std::uint64_t key, std::int32_t score) noexcept;
   void add_fields(std::uint32_t slot, const tSYNC_CTDTBL* fields) noexcept;
@@ -149,6 +159,8 @@ class CandidateGroups {
     return std::uint64_t{slot} * 2 + (kind == Kind::kOrigin ? 1 : 0);
   }
   std::uint32_t node_at(std::uint32_t slot, Kind kind, std::int32_t place);
+  void look_ahead(std::uint32_t slot) const noexcept;
+  std::span<const std::uint32_t> places_of(std::uint32_t slot, Kind kind);
   bool is_first(std::uint32_t slot, std::uint32_t node) noexcept;
   void skip_lower_numbers(std::uint32_t slot, std::uint16_t file, std::int32_t& place);
   void mSortCtdData(std::uint32_t slot);
@@ -165,6 +177,8 @@ class CandidateGroups {
   void take_out(std::uint32_t slot, LeavingOrigins& leaving) noexcept;
 
   std::vector<Node> nodes_;
+  std::vector<std::int32_t> scores_;  // of the node with the same number
+  std::vector<Tie> ties_;             // likewise; short while no origin is in several groups
   std::vector<Field> fields_;
   std::vector<tSYNC_CTDGRP> groups_;   // by slot
   std::vector<std::uint32_t> parent_;  // by slot: itself, or a group on the way to where it went

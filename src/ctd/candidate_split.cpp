@@ -10,7 +10,7 @@ bool CandidateGroups::split(std::int32_t index, std::span<const tSYNC_ID> leavin
   LeavingOrigins origins;
   for (const tSYNC_ID& id : leaving) ++origins[record_key(id)].times;
   find_scores(slot, origins);
-  make_room(leaving.size());
+  make_room(leaving.size(), true);
   const std::uint32_t added = slot + 1;
   insert_group(added);
   for (const tSYNC_ID& id : leaving) {
@@ -25,7 +25,7 @@ bool CandidateGroups::split(std::int32_t index, std::span<const tSYNC_ID> leavin
 void CandidateGroups::find_scores(std::uint32_t slot, LeavingOrigins& leaving) noexcept {
   for (std::uint32_t at = first_live(groups_[slot].org); at != kNoRecord; at = next_live(at)) {
     const auto found = leaving.find(key_of(nodes_[at]));
-    if (found != leaving.end()) found->second.score = nodes_[at].score;
+    if (found != leaving.end()) found->second.score = scores_[at];
   }
 }
 
@@ -72,11 +72,12 @@ void CandidateGroups::take_out(std::uint32_t slot, LeavingOrigins& leaving) noex
     drop(at, member(behind, key));
   }
   group.org = kept;
+  group.spare = 0;
   ++relabelled_;
   if (!group.repeats) return;
   for (std::uint32_t at = first_live(group.org); at != kNoRecord; at = next_live(at)) {
     const std::uint64_t key = key_of(nodes_[at]);
-    if (nodes_[at].same != kNoRecord && member(group.token, key) == kNoRecord) {
+    if (!alone(at) && member(group.token, key) == kNoRecord) {
       members_.add(member_key(group.token, key), at);
     }
   }

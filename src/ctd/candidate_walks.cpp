@@ -1,5 +1,6 @@
 // Walking candidate groups with the caller's cursor, and the order of a group's origins.
 #include <algorithm>
+#include <span>
 
 #include "common/sorting.h"
 #include "ctd/candidate_groups.h"
@@ -42,13 +43,21 @@ bool CandidateGroups::next_origin_of_file(const tSYNC_ID& file, tSYNC_SCHINFO& c
   const std::uint32_t wanted = file_key(file);
   for (; cursor.grpPos < count(); ++cursor.grpPos, cursor.idPos = 0) {
     const std::uint32_t slot = slot_at(cursor.grpPos);
+    look_ahead(slot);
     if (groups_[slot].schFlg != 0) continue;
+    const std::span<const std::uint32_t> all = places_of(slot, Kind::kOrigin);
     std::uint32_t node = node_at(slot, Kind::kOrigin, cursor.idPos);
-    for (; node != kNoRecord; node = next_live(node)) {
-      ++cursor.idPos;
-      if (nodes_[node].file != wanted || !is_first(slot, node)) continue;
-      id = id_of(node);
-      return true;
+    while (node != kNoRecord) {
+      const auto next = static_cast<std::size_t>(++cursor.idPos);
+      if (nodes_[node].file == wanted && is_first(slot, node)) {
+        id = id_of(node);
+        return true;
+      }
+      if (all.empty()) {
+        node = next_live(node);
+      } else {
+        node = next < all.size() ? all[next] : kNoRecord;
+      }
     }
   }
   return false;
@@ -100,9 +109,28 @@ std::uint32_t CandidateGroups::node_at(std::uint32_t slot, Kind kind, std::int32
   return nodes[wanted];
 }
 
+// Fetches the ends of groups that a walk is coming to: a group's origins lie in runs where they
+// were added, and waiting for each of them is most of what a walk costs.
+void CandidateGroups::look_ahead(std::uint32_t slot) const noexcept {
+  constexpr std::size_t kHeads = 12, kTails = 6;  // groups ahead; measured, not critical
+  if (slot + kHeads >= groups_.size()) return;
+  const std::uint32_t head = groups_[slot + kHeads].org.head;
+  const std::uint32_t tail = groups_[slot + kTails].org.tail;
+  if (head != kNoRecord) __builtin_prefetch(&nodes_[head]);
+  if (tail != kNoRecord) __builtin_prefetch(&nodes_[tail]);
+}
+
+// All nodes of a long group by place; none of a short one.
+std::span<const std::uint32_t> CandidateGroups::places_of(std::uint32_t slot, Kind kind) {
+  const auto count = static_cast<std::int32_t>(chain(slot, kind).count);
+  if (count <= kShortGroup) return {};
+  node_at(slot, kind, count - 1);
+  return places_.find(place_key(slot, kind))->second;
+}
+
 // Whether an origin of group `slot` stands here for the first time in the whole table.
 bool CandidateGroups::is_first(std::uint32_t slot, std::uint32_t node) noexcept {
-  if (nodes_[node].same == kNoRecord) return true;
+  if (!groups_[slot].shared || alone(node)) return true;
   const std::uint64_t key = key_of(nodes_[node]);
   const std::uint32_t first = first_occurrence(key);
   if (home(first) != slot) return false;
@@ -138,12 +166,13 @@ void CandidateGroups::mSortCtdData(std::uint32_t slot) {
   keys.reserve(group.org.count);
   for (std::uint32_t at = first_live(group.org); at != kNoRecord; at = next_live(at)) {
     nodes.push_back(at);
-    keys.push_back(sort_key(nodes_[at].file, nodes_[at].score));
+    keys.push_back(sort_key(nodes_[at].file, scores_[at]));
   }
   auto order = exchange_order(nodes.size(), [&](auto a, auto b) { return keys[a] < keys[b]; });
   apply_order(order, [&](auto a, auto b) { std::swap(nodes[a], nodes[b]); });
   places_.erase(place_key(slot, Kind::kOrigin));
   group.org = {};
+  group.spare = 0;
   for (const std::uint32_t node : nodes) link(group.org, node);
   group.sorted = true;
 }
