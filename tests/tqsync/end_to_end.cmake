@@ -70,6 +70,12 @@ if(NOT out STREQUAL before)
   message(SEND_ERROR "pairing twice gives two answers")
 endif()
 
+run(0 history)
+compare(history.txt)
+run(0 --tsv history --only added)
+compare(added.tsv)
+run(2 history --only nothing)
+
 run(1 pair 7)
 says("no group")
 run(1 pair 0 --encoding utf8)

@@ -18,6 +18,7 @@ struct Program {
 
 void add_init_command(CLI::App& app, Program& program);
 void add_group_command(CLI::App& app, Program& program);
+void add_history_command(CLI::App& app, Program& program);
 void add_text_command(CLI::App& app, Program& program);
 void add_pair_command(CLI::App& app, Program& program);
 

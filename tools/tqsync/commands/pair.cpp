@@ -6,9 +6,11 @@
 #include <limits>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "commands/command.h"
+#include "commands/pair_history.h"
 #include "commands/pair_report.h"
 #include "failure.h"
 #include "library/groups.h"
@@ -65,11 +67,13 @@ void print_warnings(const AddressFile& file) {
   }
 }
 
-Book read_book(const Member& member, Encoding forced) {
+// `warnings` gets what was odd about the file.
+Book read_book(const Member& member, Encoding forced, std::vector<std::string>& warnings) {
   const Encoding encoding = forced == Encoding::kDetect ? member.encoding : forced;
   AddressFile file = read_address_file(member.path, encoding);
   Book book = people_of(file);
   print_warnings(file);
+  warnings = std::move(file.warnings);
   return book;
 }
 
@@ -86,8 +90,9 @@ void pair(const Flags& flags, Output output) {
   std::vector<Book> books;
   std::vector<std::size_t> sizes;
   std::vector<std::string> file_ids;
+  std::vector<std::vector<std::string>> warnings;
   for (const Member& member : members) {
-    books.push_back(read_book(member, flags.encoding));
+    books.push_back(read_book(member, flags.encoding, warnings.emplace_back()));
     sizes.push_back(books.back().size());
     file_ids.push_back(member.file_id);
   }
@@ -102,6 +107,7 @@ void pair(const Flags& flags, Output output) {
     const bool wanted = flags.only.empty() || std::ranges::count(flags.only, section) > 0;
     if (wanted) report.print(section);
   }
+  save_history(group, run, warnings);
 }
 
 std::string help_on_scores() {

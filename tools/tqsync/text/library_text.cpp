@@ -43,6 +43,17 @@ std::string to_sjis(const std::string& what, std::string_view utf8) {
   return sjis;
 }
 
+std::string to_sjis_or_mark(std::string_view utf8) {
+  std::string all, sjis;
+  for (;;) {
+    utf8.remove_prefix(convert_prefix(utf8, sjis));
+    all += sjis;
+    if (utf8.empty()) return all;
+    all += '?';
+    utf8.remove_prefix(character_size(utf8));
+  }
+}
+
 std::string from_sjis(std::string_view sjis) {
   std::string utf8(3 * sjis.size() + 1, '\0');  // a byte becomes at most three
   const std::int32_t used = tqSjisToUtf8(sjis.data(), static_cast<std::int32_t>(sjis.size()),

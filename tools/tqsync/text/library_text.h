@@ -10,6 +10,8 @@ namespace tqsync {
 // A text for the library. Throws Failure, which names `what` and the character, when Shift-JIS does
 // not have it.
 std::string to_sjis(const std::string& what, std::string_view utf8);
+// The same for texts that people read: such a character becomes "?".
+std::string to_sjis_or_mark(std::string_view utf8);
 std::string from_sjis(std::string_view sjis);
 
 // One of the library's text functions (`tqStrToZen` and its kind) over a text in UTF-8. What

@@ -1,0 +1,46 @@
+// tqsync history: prints what the last run wrote down.
+#include <algorithm>
+#include <iostream>
+#include <iterator>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "commands/command.h"
+#include "library/run_history.h"
+
+namespace tqsync {
+namespace {
+
+struct Flags {
+  std::vector<std::string> only;
+};
+
+void history(const Flags& flags, Output output) {
+  Table table("history", {{"file"}, {"category"}, {"text"}});
+  for (const HistoryLine& line : last_history()) {
+    const bool wanted = flags.only.empty() || std::ranges::count(flags.only, line.category) > 0;
+    if (wanted) table.add({line.level.empty() ? "(run)" : line.level, line.category, line.text});
+  }
+  table.print(std::cout, {output});
+}
+
+}  // namespace
+
+void add_history_command(CLI::App& app, Program& program) {
+  CLI::App* command =
+      app.add_subcommand("history", "Print the history of the last run, file by file");
+  const auto flags = std::make_shared<Flags>();
+  command->add_option("--only", flags->only, "Print only this category; may be repeated")
+      ->allow_extra_args(false)
+      ->check(CLI::IsMember(
+          std::vector<std::string>(std::begin(kHistoryCategories), std::end(kHistoryCategories))));
+  command->callback([flags, &program] {
+    program.action = [flags, &program] {
+      require_home();
+      history(*flags, program.output);
+    };
+  });
+}
+
+}  // namespace tqsync
