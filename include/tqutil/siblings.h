@@ -208,8 +208,8 @@ typedef struct tERRBOX_API {
   void* context;
 
   /* Chooses the message to show next. Category 2: 4 a folder could not be created, 5 the question
-   * whether to stop a backup, 6 a file of the same name is in the chosen folder. `detail` (a path,
-   * may be null) is shown with it. */
+   * whether to stop a backup, 6 a file of the same name is in the chosen folder, 7 a backup
+   * history names a place that is not restored. `detail` (a path, may be null) is shown with it. */
   void(TQ_CALL* ErrBoxSetMessage)(void* context, short category, short number, const char* detail);
   /* Shows it and gives the answer (TQ_ANSWER_*). */
   short(TQ_CALL* ErrBoxShow)(void* context);

@@ -11,20 +11,21 @@ namespace tq {
 
 enum class Code : std::uint8_t {
   kOk,
-  kNotFound,    // file or folder is not there
-  kExists,      // something of that name is already there
-  kDenied,      // access denied, read-only file, write-protected medium
-  kBusy,        // somebody else holds the file
-  kDiskFull,    // no room left on the medium
-  kNotEmpty,    // folder still holds entries
-  kNotReady,    // drive not ready
-  kBadDisk,     // not a usable disk
-  kWriteFault,  // the medium failed while writing
-  kReadFault,   // the medium failed while reading
-  kNoMemory,    // allocation failed
-  kInvalid,     // argument that cannot be used (bad path, bad text)
-  kCorrupt,     // a file's content contradicts itself
-  kIo,          // any other system error
+  kNotFound,        // file or folder is not there
+  kExists,          // something of that name is already there
+  kDenied,          // access denied, read-only file
+  kBusy,            // somebody else holds the file
+  kDiskFull,        // no room left on the medium
+  kWriteProtected,  // the medium is write-protected
+  kNotEmpty,        // folder still holds entries
+  kNotReady,        // drive not ready
+  kBadDisk,         // not a usable disk
+  kWriteFault,      // the medium failed while writing
+  kReadFault,       // the medium failed while reading
+  kNoMemory,        // allocation failed
+  kInvalid,         // argument that cannot be used (bad path, bad text)
+  kCorrupt,         // a file's content contradicts itself
+  kIo,              // any other system error
 };
 
 class [[nodiscard]] Status {

@@ -112,6 +112,7 @@ Status file_size(std::string_view path, std::uint64_t& size);
 struct FolderEntry {
   std::string name;  // Shift-JIS
   bool folder = false;
+  bool linked = false;  // a folder that stands elsewhere: a symbolic link, a junction
 };
 // The entries of a folder whose names match the pattern after the path's last separator
 // (`Z:\data\*.SYG`; `*`, `?`, case ignored; `*.*` and `*` match every name), in ascending byte

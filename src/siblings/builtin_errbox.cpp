@@ -27,6 +27,8 @@ constexpr Message kMessages[] = {
     {2, 5, platform::Buttons::kYesNo, "バックアップを中止しますか？"_sjis},
     {2, 6, platform::Buttons::kOk,
      "指定されたフォルダには同名のファイルがあるため戻せません."_sjis},
+    {2, 7, platform::Buttons::kOk,
+     "バックアップの履歴に不正な場所が記録されているため、リストアを中止しました."_sjis},
 };
 
 constexpr Message kUnknown = {0, 0, platform::Buttons::kOk, "エラーが発生しました."_sjis};

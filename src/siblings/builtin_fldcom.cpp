@@ -59,6 +59,7 @@ tFLDCOM_API builtin_fldcom() {
   api.FldComGetCaption = get_caption;
   api.FldComSetHistoryNo = set_history_no;
   api.FldComSetHistoryAppId = set_history_app_id;
+  add_backup_entries(api);
   return api;
 }
 

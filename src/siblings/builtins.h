@@ -16,6 +16,8 @@ void add_definitions(tFLDCOM_API& api);
 // forgotten.
 tRECDB_API builtin_recdb();
 void forget_field_definitions();
+// Its entries for backups.
+void add_backup_entries(tFLDCOM_API& api);
 
 // Converts nothing and has no mail store.
 tADRCONV_API builtin_adrconv();

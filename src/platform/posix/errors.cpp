@@ -16,9 +16,10 @@ Code code_of(int error, Code on_medium) {
       return Code::kExists;
     case EACCES:
     case EPERM:
-    case EROFS:
     case EISDIR:
       return Code::kDenied;
+    case EROFS:
+      return Code::kWriteProtected;
     case EBUSY:
     case ETXTBSY:
     case EAGAIN:

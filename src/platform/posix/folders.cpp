@@ -66,6 +66,13 @@ Kind kind_of(DIR* folder, const dirent& entry) {
   return S_ISREG(info.st_mode) ? Kind::kFile : Kind::kOther;
 }
 
+bool is_link(DIR* folder, const dirent& entry) {
+  if (entry.d_type != DT_UNKNOWN) return entry.d_type == DT_LNK;
+  struct stat info;
+  return ::fstatat(::dirfd(folder), entry.d_name, &info, AT_SYMLINK_NOFOLLOW) == 0 &&
+         S_ISLNK(info.st_mode);
+}
+
 // Adds the entry when the library can name it and it matches.
 void add_entry(DIR* folder, const dirent& found, const Pattern& mask,
                std::vector<FolderEntry>& entries) {
@@ -74,6 +81,7 @@ void add_entry(DIR* folder, const dirent& found, const Pattern& mask,
   if (!is_plain_name(entry.name) || !mask.matches(entry.name)) return;
   const Kind kind = kind_of(folder, found);
   entry.folder = kind == Kind::kFolder;
+  entry.linked = entry.folder && is_link(folder, found);
   if (kind != Kind::kOther) entries.push_back(std::move(entry));
 }
 

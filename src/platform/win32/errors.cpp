@@ -19,10 +19,11 @@ Code code_of(DWORD error) {
     case ERROR_ALREADY_EXISTS:
       return Code::kExists;
     case ERROR_ACCESS_DENIED:
-    case ERROR_WRITE_PROTECT:
     case ERROR_CANNOT_MAKE:
     case ERROR_NETWORK_ACCESS_DENIED:
       return Code::kDenied;
+    case ERROR_WRITE_PROTECT:
+      return Code::kWriteProtected;
     case ERROR_SHARING_VIOLATION:
     case ERROR_LOCK_VIOLATION:
     case ERROR_BUSY:

@@ -51,6 +51,9 @@ void add_entry(const WIN32_FIND_DATAW& found, const Pattern& mask,
   if (!win32::narrow(found.cFileName, entry.name)) return;
   if (!is_plain_name(entry.name) || !mask.matches(entry.name)) return;
   entry.folder = (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+  // The tag stands in dwReserved0; other reparse points (files kept online) are no links.
+  entry.linked = entry.folder && (found.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 &&
+                 IsReparseTagNameSurrogate(found.dwReserved0);
   entries.push_back(std::move(entry));
 }
 

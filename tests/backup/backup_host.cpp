@@ -1,0 +1,169 @@
+#include "backup/backup_host.h"
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+#include "common/text.h"
+
+namespace tq::test {
+namespace {
+
+BackupHost& self(void* context) { return *static_cast<BackupHost*>(context); }
+
+void put(void* context, char* out, const char* folder) {
+  copy_text(out, TQ_PATH_SIZE, self(context).at(folder));
+}
+
+}  // namespace
+
+BackupHost::BackupHost() {
+  fldcom_.size = sizeof fldcom_;
+  fldcom_.context = this;
+  fldcom_.FldComGetDataFolder = [](void* context, char* out) { put(context, out, "data"); };
+  fldcom_.FldComGetBackupFolder = [](void* context, char* out) { put(context, out, "backup"); };
+  fldcom_.FldComGetCaption = [](void*, char* out) { std::strcpy(out, "caption"); };
+  fldcom_.FldComGetGroupCaption = [](void*, short type, char* out) {
+    std::strcpy(out, ("type " + std::to_string(type)).c_str());
+  };
+  fldcom_.FldComHasDataSet = [](void* context, short) {
+    return self(context).has_mail_store ? short{1} : short{0};
+  };
+  fldcom_.FldComClassifyFile = [](void* context, const char*, short* number, char*, char*, short*) {
+    *number = 99;
+    if (self(context).classified < 0) return short{1};
+    *number = self(context).classified;
+    return short{0};
+  };
+  fldcom_.FldComRelatedFiles = [](void* context, short, const char* path, int32_t* count,
+                                  const char* const** paths) {
+    if (self(context).related_queries_left-- <= 0) return short{1};
+    *paths = self(context).give_related(path, count);
+    return short{0};
+  };
+  fldcom_.FldComRelatedFilesReset = [](void* context, short) { self(context).related_.clear(); };
+  adrconv_.size = sizeof adrconv_;
+  adrconv_.context = this;
+  adrconv_.AdrConvStartTransfer = [](void* context, short mode) {
+    self(context).log.push_back("transfer " + std::to_string(mode));
+    self(context).transfer();
+  };
+  adrconv_.AdrConvIsBusy = [](void* context) {
+    return self(context).busy-- > 0 ? short{1} : short{0};
+  };
+  errbox_.size = sizeof errbox_;
+  errbox_.context = this;
+  errbox_.ErrBoxSetMessage = [](void* context, short category, short number, const char* detail) {
+    self(context).message_ = "message " + std::to_string(category) + "." + std::to_string(number) +
+                             " " + std::string(view(detail));
+  };
+  errbox_.ErrBoxShow = [](void* context) {
+    self(context).log.push_back(self(context).message_);
+    return static_cast<short>(self(context).really_stop ? TQ_ANSWER_YES : TQ_ANSWER_NO);
+  };
+  dialog_.size = sizeof dialog_;
+  dialog_.context = this;
+  dialog_.DlgProgressOpen = [](void* context, const char* caption, const char* heading,
+                               short cancel) -> void* {
+    self(context).log.push_back("open " + std::string(caption) + "/" + heading + "/" +
+                                std::to_string(cancel));
+    self(context).files_done_ = 0;
+    return context;
+  };
+  dialog_.DlgProgressGroup = [](void* context, void*, const char* text) {
+    self(context).log.push_back("group " + std::string(text));
+  };
+  dialog_.DlgProgressFile = [](void* context, void*, const char* text) {
+    if (*text != '\0') ++self(context).files_done_;
+    self(context).log.push_back("file " + std::string(text));
+  };
+  dialog_.DlgProgressPos = [](void* context, void*, short shown) { self(context).percent = shown; };
+  dialog_.DlgProgressCancelled = [](void* context, void*) {
+    return self(context).files_done_ == self(context).cancel_after ? short{1} : short{0};
+  };
+  dialog_.DlgProgressResume = [](void* context, void*) { self(context).cancel_after = -1; };
+  dialog_.DlgProgressClose = [](void* context, void*) { self(context).log.push_back("close"); };
+  dialog_.DlgMissingFolder = [](void* context, const char*, const char*, const char* folder,
+                                const char* name, char* chosen) {
+    auto& answers = self(context).folder_answers;
+    self(context).log.push_back("missing " + std::string(folder) + "|" + name);
+    if (answers.empty()) return short{TQ_FOLDER_CANCEL};
+    const auto [answer, other] = answers.front();
+    answers.erase(answers.begin());
+    copy_text(chosen, TQ_PATH_SIZE, other);
+    return answer;
+  };
+  const tTQ_SIBLINGS all = {sizeof all, &fldcom_, nullptr, &adrconv_, nullptr, &errbox_, &dialog_};
+  set_siblings(&all);
+}
+
+const char* const* BackupHost::give_related(const std::string& path, int32_t* count) {
+  const auto found = related.find(path);
+  related_ = found == related.end() ? std::vector<std::string>{path} : found->second;
+  related_pointers_.clear();
+  for (const std::string& name : related_) related_pointers_.push_back(name.c_str());
+  *count = static_cast<int32_t>(related_.size());
+  return related_pointers_.data();
+}
+
+short BackupHost::back_up(short kind, const std::vector<Group>& groups,
+                          const std::string& info) const {
+  CBackUpCtl run;
+  run.CreateBackUp(kind);
+  run.SetBackUpInfo(bytes(info));
+  for (const Group& group : groups) {
+    if (run.StartBackUpFileGrp(group.type, bytes(group.name)) != 0) return 1;
+    for (const std::string& file : group.files) {
+      if (run.AddBackUpFileGrp(bytes(at(file)), short{7}) != 0) return 1;
+    }
+  }
+  const short copied = run.StartBackUp();
+  return copied != 0 ? copied : run.RenewalBackUp();
+}
+
+void BackupHost::set_time(const std::string& id, const std::string& time) const {
+  const std::string name = "data\\" + id + ".BKH";
+  std::string text = read(name);
+  const std::size_t start = text.find('\n', text.find('\n') + 1) + 1;
+  write(name, text.replace(start, text.find('\n', start) - start, time));
+}
+
+std::vector<std::string> BackupHost::listed(short kind) {
+  CBackUpCtl list;
+  std::vector<std::string> rows;
+  if (list.ReadBackUpFileList(kind) < 0) return {"unreadable"};
+  unsigned char id[TQ_BKUP_ID_SIZE];
+  short of_kind = 0;
+  int32_t groups = 0;
+  while (list.GetBackUpFileListNext(id, &of_kind, nullptr, nullptr, &groups) == 0) {
+    rows.push_back(std::string(reinterpret_cast<char*>(id)) + " " + std::to_string(of_kind) + " " +
+                   std::to_string(groups));
+  }
+  return rows;
+}
+
+std::map<std::string, std::map<std::string, std::string>> BackupHost::restorable() const {
+  std::map<std::string, std::map<std::string, std::string>> all;
+  CBackUpCtl list;
+  EXPECT_GE(list.ReadBackUpFileList(-1), 0);
+  char id[TQ_BKUP_ID_SIZE], group[TQ_BKUP_GRP_ID_SIZE], path[TQ_PATH_SIZE], copy[TQ_PATH_SIZE];
+  const auto out = [](char* text) { return reinterpret_cast<unsigned char*>(text); };
+  while (list.GetBackUpFileListNext(out(id), nullptr, nullptr, nullptr, nullptr) == 0) {
+    list.GetBackUpFileGrpInit(out(id));
+    while (list.GetBackUpFileGrpNext(out(group), nullptr, nullptr) == 0) {
+      list.GetBackUpFileInit(out(group));
+      uint32_t size = 0;
+      while (list.GetBackUpFileNext(out(path), out(copy), nullptr, &size, nullptr) == 0) {
+        if (std::string(copy) == "dummy") continue;
+        const std::string name = std::string(copy).substr(this->path().size() + 1);
+        EXPECT_TRUE(exists(name)) << "backup " << id << " lost " << copy;
+        if (!exists(name)) continue;
+        all[id][path] = read(name);
+        EXPECT_EQ(all[id][path].size(), size) << copy;
+      }
+    }
+  }
+  return all;
+}
+
+}  // namespace tq::test

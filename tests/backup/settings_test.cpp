@@ -1,0 +1,109 @@
+// The backup settings: who writes and reads which key, and what the file goes through.
+#include "backup/settings.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "backup/backup_host.h"
+#include "platform/fault.h"
+
+namespace {
+
+namespace fault = tq::platform::fault;
+using tq::test::BackupHost;
+
+constexpr char kFile[] = "data\\TQ_BKINF.DAT";
+
+TEST(BackupSettings, KindsAndTheirKeys) {
+  struct Case {
+    short kind;
+    const char *written, *read;
+    const char* path_key;
+  };
+  const Case cases[] = {
+      {0, "convGeneration", "convGeneration", "conv1"},
+      {1, "syncGeneration", "syncGeneration", "sync1"},
+      {2, "bkupGeneration", "restGeneration", "bkup1"},  // the restore kind is not the same
+      {3, "restGeneration", "bkupGeneration", "bkup1"},
+      {4, "bkupGeneration", "bkupGeneration", "bkup1"},
+      {-1, "bkupGeneration", "bkupGeneration", "bkup1"},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.kind);
+    BackupHost host;
+    host.make_folder("data");
+    EXPECT_EQ(getBkupGeneration(c.kind), 3) << "nothing set";
+    EXPECT_NE(setBkupGeneration(c.kind, 5), 0);
+    EXPECT_EQ(host.read(kFile), "[TARQO_BACKUP]\r\n" + std::string(c.written) + "=5\r\n");
+    host.write(kFile, "[TARQO_BACKUP]\r\n" + std::string(c.read) + "= -9 or so\r\n");
+    EXPECT_EQ(getBkupGeneration(c.kind), -9);
+    EXPECT_NE(setBkupFilePath(c.kind, 1, "Z:\\a"), 0);
+    EXPECT_NE(host.read(kFile).find("\r\n" + std::string(c.path_key) + "=Z:\\a\r\n"),
+              std::string::npos);
+    char path[TQ_BKUP_TEXT_SIZE];
+    EXPECT_EQ(getBkupFilePath(c.kind, 1, path), 4);
+    EXPECT_STREQ(path, "Z:\\a");
+    EXPECT_EQ(getBkupFilePath(c.kind, 2, path), 0);
+    EXPECT_STREQ(path, "");
+  }
+}
+
+TEST(BackupSettings, MailStoreValues) {
+  BackupHost host;
+  EXPECT_EQ(tqGetPstTrFlg(), 0);
+  EXPECT_EQ(tqGetPstStsFlg(), 1);
+  char text[TQ_BKUP_TEXT_SIZE + 1];
+  std::fill(std::begin(text), std::end(text), '#');
+  EXPECT_EQ(tqGetPstFolderName(text), 0);
+  host.make_folder("data");
+  EXPECT_NE(tqSetPstTrFlg(2), 0);
+  EXPECT_NE(tqSetPstStsFlg(-9), 0);
+  EXPECT_NE(tqSetPstFolderName(std::string(300, 'n').c_str()), 0);
+  EXPECT_EQ(tqGetPstTrFlg(), 2);
+  EXPECT_EQ(tqGetPstStsFlg(), -9);
+  EXPECT_EQ(tqGetPstFolderName(text), TQ_BKUP_TEXT_SIZE - 1);
+  EXPECT_EQ(text[TQ_BKUP_TEXT_SIZE - 1], '\0');
+  EXPECT_EQ(text[TQ_BKUP_TEXT_SIZE], '#');
+}
+
+TEST(BackupSettings, WhatIsNotOursStays) {
+  BackupHost host;
+  const std::string before =
+      "; by "
+      "hand\r\n[other]\r\nconvGeneration=8\r\n[tarqo_backup]\r\nmine=1\r\nCONVgeneration=4\r\n";
+  host.write(kFile, before);
+  EXPECT_EQ(tqGetBkupGeneration(), 4);
+  CBackUpCtl object;
+  EXPECT_EQ(object.SetGenerationCnt(7), 0);
+  std::string after = before;
+  EXPECT_EQ(host.read(kFile), after.replace(after.find("CONV"), 16, "convGeneration=7"));
+  EXPECT_NE(tqSetGenerationCnt(2), 0);
+  EXPECT_EQ(object.GetGenerationCnt(), 2);
+  EXPECT_EQ(setBkupFilePath(0, 1, "a\nconvGeneration=1"), 0) << "it would become a line of its own";
+  EXPECT_EQ(tqGetBkupGeneration(), 2);
+}
+
+TEST(BackupSettings, AFailedWriteIsToldAndLeavesTheOldFile) {
+  int failed = 0;
+  for (int nth = 1;; ++nth) {
+    SCOPED_TRACE(nth);
+    BackupHost host;
+    host.write(kFile, "[TARQO_BACKUP]\r\nconvGeneration=1\r\n");
+    const fault::FailNth failing(nth);
+    const short reached = setBkupGeneration(0, 2);
+    if (!failing.hit()) {
+      EXPECT_NE(reached, 0);
+      break;
+    }
+    ++failed;
+    EXPECT_EQ(reached, 0);
+    fault::disarm();
+    const short now = getBkupGeneration(0);
+    EXPECT_TRUE(now == 1 || now == 2) << now;
+    EXPECT_EQ(host.contents().size(), 2u) << "nothing is left behind";
+  }
+  EXPECT_GT(failed, 5);
+}
+
+}  // namespace
