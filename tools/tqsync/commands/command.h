@@ -19,11 +19,15 @@ struct Program {
 void add_init_command(CLI::App& app, Program& program);
 void add_group_command(CLI::App& app, Program& program);
 void add_history_command(CLI::App& app, Program& program);
+void add_backup_command(CLI::App& app, Program& program);
 void add_text_command(CLI::App& app, Program& program);
 void add_pair_command(CLI::App& app, Program& program);
 
 // The home folder's settings file must be there; throws Failure that tells how to get it.
 void require_home();
+
+// Asks a person; true for yes. Where nobody can be asked it throws Failure: `what` with --yes.
+bool confirmed(const std::string& question, const std::string& what);
 
 // An option that takes the name of an encoding. `encoding` must live until the action is done.
 CLI::Option* add_encoding_option(CLI::App& command, Encoding& encoding, const std::string& help);

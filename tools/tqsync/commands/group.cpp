@@ -10,7 +10,6 @@
 #include "commands/command.h"
 #include "failure.h"
 #include "library/groups.h"
-#include "terminal/console.h"
 
 namespace tqsync {
 namespace {
@@ -115,20 +114,15 @@ void remove_file(const Flags& flags) {
             << "; the file itself stays\n";
 }
 
-bool confirmed(const Group& group) {
-  if (!input_is_terminal()) {
-    throw Failure("group " + group.id + " is only deleted with --yes, since nobody can be asked.");
-  }
-  std::cout << "Delete group " << group.id << " \"" << group.title << "\" with "
-            << group.members.size() << " members? The address files stay. [y/N] " << std::flush;
-  std::string answer;
-  std::getline(std::cin, answer);
-  return answer == "y" || answer == "Y" || answer == "yes";
+bool confirmed_deletion(const Group& group) {
+  return confirmed("Delete group " + group.id + " \"" + group.title + "\" with " +
+                       std::to_string(group.members.size()) + " members? The address files stay.",
+                   "group " + group.id + " is only deleted");
 }
 
 void remove_group(const Flags& flags) {
   const Group group = open_group(flags.group);
-  if (!flags.yes && !confirmed(group)) {
+  if (!flags.yes && !confirmed_deletion(group)) {
     std::cout << "nothing deleted\n";
     return;
   }

@@ -1,0 +1,67 @@
+// Decisions about backups.
+#include "engine/backup_plan.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <vector>
+
+namespace tqsync {
+namespace {
+
+TEST(BackupPlan, WhatIsWrongAndWhatARestoreDoes) {
+  struct Case {
+    const char* why;
+    CopyFacts facts;
+    const char *fault, *effect;
+  };
+  const Case cases[] = {
+      {"nothing changed", {5, 5, 5, true}, "", "same"},
+      {"written again", {5, 5, 5, false}, "", "replace"},
+      {"grown", {5, 5, 6, true}, "", "replace"},
+      {"deleted", {5, 5, std::nullopt, false}, "", "bring back"},
+      {"copy gone", {5, std::nullopt, 5, true}, "the copy is missing", "same"},
+      {"copy cut", {5, 4, 5, true}, "the copy has 4 bytes instead of 5", "same"},
+      {"sizes are kept with 32 bits", {1, (1ULL << 32) + 1, (1ULL << 32) + 1, true}, "", "same"},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.why);
+    EXPECT_EQ(copy_fault(c.facts), c.fault);
+    EXPECT_STREQ(effect_name(effect_of(c.facts)), c.effect);
+  }
+}
+
+TEST(BackupPlan, WhatGoes) {
+  const std::vector<int> generations = {1, 2, 3, 1, 1, 2};
+  for (int keep = 1; keep <= 3; ++keep) {
+    const auto going = beyond(generations, keep);
+    const auto stay = std::ranges::count_if(generations, [&](int g) { return g <= keep; });
+    EXPECT_EQ(going.size() + static_cast<std::size_t>(stay), generations.size());
+    for (const std::size_t i : going) EXPECT_GT(generations[i], keep);
+  }
+}
+
+TEST(BackupPlan, PlacesBelowAFolderNeverMeet) {
+  struct Case {
+    const char* why;
+    std::vector<std::string> paths, places;
+  };
+  const Case cases[] = {
+      {"one file", {"/a/b/c.csv"}, {"/to/c.csv"}},
+      {"one folder", {"/a/b/c.csv", "/a/b/d.csv"}, {"/to/c.csv", "/to/d.csv"}},
+      {"the same name twice", {"/a/b/x", "/a/c/x"}, {"/to/b/x", "/to/c/x"}},
+      {"one above the other", {"/a/x", "/a/b/c/x"}, {"/to/x", "/to/b/c/x"}},
+      {"names that begin alike", {"/ab/x", "/a/x"}, {"/to/ab/x", "/to/a/x"}},
+      {"nothing", {}, {}},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.why);
+    std::vector<std::string> places = places_below("/to", c.paths);
+    for (std::string& place : places) std::ranges::replace(place, '\\', '/');
+    EXPECT_EQ(places, c.places);
+  }
+}
+
+}  // namespace
+}  // namespace tqsync

@@ -1,0 +1,79 @@
+#include "engine/backup_plan.h"
+
+#include <algorithm>
+#include <filesystem>
+
+namespace tqsync {
+namespace {
+
+namespace fs = std::filesystem;
+
+fs::path path_of(const std::string& utf8) {
+  return fs::path(std::u8string(utf8.begin(), utf8.end()));
+}
+
+// The deepest folder that both paths lie in; empty for paths on different drives.
+fs::path common_folder(const fs::path& a, const fs::path& b) {
+  const auto [end, other] = std::mismatch(a.begin(), a.end(), b.begin(), b.end());
+  fs::path common;
+  for (auto name = a.begin(); name != end; ++name) common /= *name;
+  return common;
+}
+
+}  // namespace
+
+std::string copy_fault(const CopyFacts& facts) {
+  if (!facts.copy) return "the copy is missing";
+  // Histories hold the low 32 bits of a size.
+  if (static_cast<std::uint32_t>(*facts.copy) == static_cast<std::uint32_t>(facts.recorded)) {
+    return "";
+  }
+  return "the copy has " + std::to_string(*facts.copy) + " bytes instead of " +
+         std::to_string(facts.recorded);
+}
+
+Effect effect_of(const CopyFacts& facts) {
+  if (!facts.now) return Effect::kBringsBack;
+  const bool same_size =
+      static_cast<std::uint32_t>(*facts.now) == static_cast<std::uint32_t>(facts.recorded);
+  return same_size && facts.same_time ? Effect::kNothing : Effect::kReplaces;
+}
+
+const char* effect_name(Effect effect) {
+  switch (effect) {
+    case Effect::kReplaces:
+      return "replace";
+    case Effect::kBringsBack:
+      return "bring back";
+    case Effect::kNothing:
+      break;
+  }
+  return "same";
+}
+
+std::vector<std::size_t> beyond(std::span<const int> generations, int keep) {
+  std::vector<std::size_t> going;
+  for (std::size_t i = 0; i < generations.size(); ++i) {
+    if (generations[i] > keep) going.push_back(i);
+  }
+  return going;
+}
+
+std::vector<std::string> places_below(const std::string& folder,
+                                      std::span<const std::string> paths) {
+  std::vector<std::string> places;
+  if (paths.empty()) return places;
+  fs::path common = path_of(paths.front()).parent_path();
+  for (const std::string& path : paths) common = common_folder(common, path_of(path).parent_path());
+  for (const std::string& path : paths) {
+    const fs::path inner = path_of(path).lexically_relative(common);
+    // Without a common folder (different drives) the drive's letter keeps them apart.
+    const std::string drive = path_of(path).root_name().string().substr(0, 1);
+    const fs::path place = common.empty() ? fs::path(drive) / path_of(path).relative_path() : inner;
+    const std::u8string whole = (path_of(folder) / place).u8string();
+    places.emplace_back(whole.begin(), whole.end());
+  }
+  return places;
+}
+
+}  // namespace tqsync
