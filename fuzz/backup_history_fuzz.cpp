@@ -1,0 +1,73 @@
+// A backup history of any content, under an id and under another name: listed, its groups and files
+// read, deleted. Nothing outside its own backup folder may be deleted. `@` in the input stands for
+// the home folder. Restoring is left out: it would write where the input says.
+#include <cstddef>
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+
+#include "support/home.h"
+#include "tqutil/backup.h"
+
+namespace {
+
+void require(bool holds) {
+  if (!holds) std::abort();
+}
+
+// Everything that must still be there afterwards.
+struct Guarded : tq::test::TestHome {
+  Guarded() {
+    write("precious", "1");
+    write("backup\\precious", "2");
+    write("backup\\00000\\copy", "3");
+    write("data\\TQ_BKINF.DAT", "4");
+    make_folder("data");
+  }
+  void check() const {
+    require(exists("precious") && exists("backup\\precious") && exists("backup\\00000\\copy") &&
+            exists("data\\TQ_BKINF.DAT"));
+  }
+};
+
+void walk(CBackUpCtl& object, int32_t backups) {
+  unsigned char id[TQ_BKUP_ID_SIZE], group[TQ_BKUP_GRP_ID_SIZE], path[TQ_PATH_SIZE];
+  unsigned char copy[TQ_PATH_SIZE], date[TQ_BKUP_DATE_SIZE], info[TQ_BKUP_INFO_SIZE];
+  int32_t count = 0;
+  while (object.GetBackUpFileListNext(id, nullptr, date, info, &count) == 0) {
+    --backups;
+    int32_t groups = object.GetBackUpFileGrpInit(id);
+    for (; object.GetBackUpFileGrpNext(group, nullptr, &count) == 0; --groups) {
+      int32_t files = object.GetBackUpFileInit(group);
+      while (object.GetBackUpFileNext(path, copy, date, nullptr, nullptr) == 0) --files;
+      require(files <= 0);  // below 0 when an earlier group has the same id
+    }
+    require(groups == 0);
+  }
+  require(backups == 0);
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  static const Guarded home;
+  std::string text;
+  for (std::size_t i = 0; i < size; ++i) {
+    text += data[i] == '@' ? home.path() : std::string(1, static_cast<char>(data[i]));
+  }
+  for (const char* id : {"00001", "other"}) {
+    const std::string history = "data\\" + std::string(id) + ".BKH";
+    home.write(history, text);
+    home.write("backup\\00001\\copy", "x");
+    CBackUpCtl object;
+    const int32_t backups = object.ReadBackUpFileList(-1);
+    require(backups == 1);
+    walk(object, backups);
+    static_cast<void>(object.IsNeedOutlook(0));
+    static_cast<void>(object.DeleteBkupAll());
+    require(!home.exists(history));
+    require(home.exists("backup\\00001\\copy") || std::string(id) == "00001");
+    home.check();
+  }
+  return 0;
+}
