@@ -150,7 +150,7 @@ std::uint32_t CandidateGroups::home(std::uint32_t node) noexcept {
 
 // The first node at or behind a link of a chain that was not dropped. Unlinks those before it,
 // except the last of the chain, to which the next id is going to be tied.
-std::uint32_t CandidateGroups::live(std::uint32_t& link) noexcept {
+std::uint32_t CandidateGroups::pass_dropped(std::uint32_t& link) noexcept {
   while (link != kNoRecord && dropped(link)) {
     const std::uint32_t next = nodes_[link].next;
     if (next == kNoRecord) return kNoRecord;
@@ -163,7 +163,7 @@ std::uint32_t CandidateGroups::live(std::uint32_t& link) noexcept {
 
 // For `nodes` more ids and one more group. `sharing`: the ids may be in other groups already.
 void CandidateGroups::make_room(std::size_t nodes, bool sharing) {
-  const std::size_t with_spare = 2 * nodes + kMostSpare;
+  const std::size_t with_spare = 2 * nodes + kSpare;
   grow_for(nodes_, with_spare);
   grow_for(scores_, with_spare);
   grow_for(groups_, 1);
@@ -225,9 +225,10 @@ void CandidateGroups::append_origin(std::uint32_t slot, std::uint64_t key,
   const bool keep_more = group.spare == 0;
   const std::uint32_t node = append_node(group.org, slot, key, score, group.spare);
   if (keep_more) {
-    group.spare = std::min(group.org.count, kMostSpare);
+    group.spare = kSpare;
     append_unused(group.spare);
   }
+  group.files |= file_bit(static_cast<std::uint32_t>(key >> 32));
   group.sorted = false;
   if (first == kNoRecord) {
     origins_.add(key, node);
@@ -381,6 +382,7 @@ void CandidateGroups::mMargCtd(std::uint32_t a, std::uint32_t b) noexcept {
   tSYNC_CTDGRP& from = groups_[high];
   join(to.mst, from.mst);
   join(to.org, from.org);
+  to.files |= from.files;
   to.shared = to.shared || from.shared;
   to.sorted = false;
   if (from.org.head != kNoRecord) to.spare = from.spare;

@@ -35,6 +35,7 @@ struct tSYNC_CTDGRP {
   std::uint32_t fields = kNoRecord;  // field numbers, first entry of a chain
   std::uint32_t token = 0;           // its name in the index of members
   std::uint32_t spare = 0;           // unused nodes right behind the last origin
+  std::uint32_t files = 0;           // file_bit of every origin, and perhaps of some that left
   std::uint16_t schFlg = 0;          // 1: handled
   bool shared = false;               // some origin is, or was, in another group as well
   bool repeats = false;              // an origin may be in here twice
@@ -92,9 +93,9 @@ class CandidateGroups {
     std::uint32_t same = kNoRecord;  // ring of its occurrences; kNoRecord while it is alone
     std::uint32_t since = 0;  // on the first one: `relabelled_` when it was found to be the first
   };
-  // Origins of a group are mostly asked for together, so nodes are kept for a group in runs: as
-  // many more as it has, but not more than this.
-  static constexpr std::uint32_t kMostSpare = 7;
+  // Origins of a group are mostly asked for together, so nodes are kept for a group in runs: this
+  // many more than the one that is needed.
+  static constexpr std::uint32_t kSpare = 5;
   struct Field {
     short number;
     std::uint32_t next;
@@ -105,6 +106,8 @@ class CandidateGroups {
   static std::uint64_t key_of(const Node& node) {
     return static_cast<std::uint64_t>(node.file) << 32 | node.rec;
   }
+  // Member files share 32 bits: a group without its bit has no origin of a file.
+  static std::uint32_t file_bit(std::uint32_t file) { return 1U << file % 32; }
   bool alone(std::uint32_t node) const {
     return node >= ties_.size() || ties_[node].same == kNoRecord;
   }
@@ -112,7 +115,10 @@ class CandidateGroups {
   bool is_live(std::uint32_t slot) const { return parent_[slot] == slot; }
   std::uint32_t root(std::uint32_t slot) noexcept;
   std::uint32_t home(std::uint32_t node) noexcept;
-  std::uint32_t live(std::uint32_t& link) noexcept;
+  std::uint32_t live(std::uint32_t& link) noexcept {
+    return link == kNoRecord || !dropped(link) ? link : pass_dropped(link);
+  }
+  std::uint32_t pass_dropped(std::uint32_t& link) noexcept;
   std::uint32_t first_live(IdChain& chain) noexcept { return live(chain.head); }
   std::uint32_t next_live(std::uint32_t node) noexcept { return live(nodes_[node].next); }
   IdChain& chain(std::uint32_t slot, Kind kind) {
@@ -159,7 +165,7 @@ class CandidateGroups {
     return std::uint64_t{slot} * 2 + (kind == Kind::kOrigin ? 1 : 0);
   }
   std::uint32_t node_at(std::uint32_t slot, Kind kind, std::int32_t place);
-  void look_ahead(std::uint32_t slot) const noexcept;
+  void look_ahead(std::uint32_t slot, std::uint32_t files) const noexcept;
   std::span<const std::uint32_t> places_of(std::uint32_t slot, Kind kind);
   bool is_first(std::uint32_t slot, std::uint32_t node) noexcept;
   void skip_lower_numbers(std::uint32_t slot, std::uint16_t file, std::int32_t& place);

@@ -10,7 +10,7 @@ namespace tq {
 namespace {
 
 // Groups up to this length are walked from their head for every place.
-constexpr std::int32_t kShortGroup = 16;
+constexpr std::uint32_t kShortGroup = 16;
 
 // Orders as mSortCtdData does: by rising file number, within a file by falling score.
 std::uint64_t sort_key(std::uint32_t file, std::int32_t score) {
@@ -43,9 +43,10 @@ bool CandidateGroups::next_origin_of_file(const tSYNC_ID& file, tSYNC_SCHINFO& c
   const std::uint32_t wanted = file_key(file);
   for (; cursor.grpPos < count(); ++cursor.grpPos, cursor.idPos = 0) {
     const std::uint32_t slot = slot_at(cursor.grpPos);
-    look_ahead(slot);
-    if (groups_[slot].schFlg != 0) continue;
-    const std::span<const std::uint32_t> all = places_of(slot, Kind::kOrigin);
+    look_ahead(slot, file_bit(wanted));
+    if (groups_[slot].schFlg != 0 || (groups_[slot].files & file_bit(wanted)) == 0) continue;
+    const bool is_long = groups_[slot].org.count > kShortGroup;
+    const auto all = is_long ? places_of(slot, Kind::kOrigin) : std::span<const std::uint32_t>();
     std::uint32_t node = node_at(slot, Kind::kOrigin, cursor.idPos);
     while (node != kNoRecord) {
       const auto next = static_cast<std::size_t>(++cursor.idPos);
@@ -97,7 +98,7 @@ bool CandidateGroups::next_origin_of_number(std::int32_t index, std::uint16_t fi
 std::uint32_t CandidateGroups::node_at(std::uint32_t slot, Kind kind, std::int32_t place) {
   IdChain& ids = chain(slot, kind);
   if (place >= static_cast<std::int32_t>(ids.count)) return kNoRecord;
-  if (place < kShortGroup) {
+  if (place < static_cast<std::int32_t>(kShortGroup)) {
     std::uint32_t node = first_live(ids);
     while (place-- > 0) node = next_live(node);
     return node;
@@ -109,21 +110,20 @@ std::uint32_t CandidateGroups::node_at(std::uint32_t slot, Kind kind, std::int32
   return nodes[wanted];
 }
 
-// Fetches the ends of groups that a walk is coming to: a group's origins lie in runs where they
-// were added, and waiting for each of them is most of what a walk costs.
-void CandidateGroups::look_ahead(std::uint32_t slot) const noexcept {
+// Fetches the ends of groups with one of `files` that a walk is coming to: a group's origins lie in
+// runs where they were added, and waiting for each of them is most of what a walk costs.
+void CandidateGroups::look_ahead(std::uint32_t slot, std::uint32_t files) const noexcept {
   constexpr std::size_t kHeads = 12, kTails = 6;  // groups ahead; measured, not critical
   if (slot + kHeads >= groups_.size()) return;
-  const std::uint32_t head = groups_[slot + kHeads].org.head;
-  const std::uint32_t tail = groups_[slot + kTails].org.tail;
-  if (head != kNoRecord) __builtin_prefetch(&nodes_[head]);
-  if (tail != kNoRecord) __builtin_prefetch(&nodes_[tail]);
+  const tSYNC_CTDGRP& far = groups_[slot + kHeads];
+  const tSYNC_CTDGRP& near = groups_[slot + kTails];
+  if ((far.files & files) != 0) __builtin_prefetch(&nodes_[far.org.head]);
+  if ((near.files & files) != 0) __builtin_prefetch(&nodes_[near.org.tail]);
 }
 
-// All nodes of a long group by place; none of a short one.
+// All nodes of a group by place.
 std::span<const std::uint32_t> CandidateGroups::places_of(std::uint32_t slot, Kind kind) {
   const auto count = static_cast<std::int32_t>(chain(slot, kind).count);
-  if (count <= kShortGroup) return {};
   node_at(slot, kind, count - 1);
   return places_.find(place_key(slot, kind))->second;
 }

@@ -25,10 +25,8 @@ inline std::uint64_t record_key(const tSYNC_ID& id) {
 
 namespace sync_id_detail {
 
-// The decimal number in at most `width` characters from `text`: blanks and a sign may come first,
-// the first other character ends it. Moves `text` behind these characters, or to the terminator
-// when it comes first.
-inline std::int32_t take_number(const char*& text, int width) {
+// As take_number, for text that is not all digits.
+inline std::int32_t take_odd_number(const char*& text, int width) {
   const char* const start = text;
   int pos = 0;
   const auto blank = [](char c) { return c == ' ' || (c >= '\t' && c <= '\r'); };
@@ -42,6 +40,19 @@ inline std::int32_t take_number(const char*& text, int width) {
   while (pos < width && start[pos] != '\0') ++pos;
   text = start + pos;
   return negative ? -value : value;
+}
+
+// The decimal number in at most `width` characters from `text`: blanks and a sign may come first,
+// the first other character ends it. Moves `text` behind these characters, or to the terminator
+// when it comes first.
+inline std::int32_t take_number(const char*& text, int width) {
+  std::int32_t value = 0;
+  for (int pos = 0; pos < width; ++pos) {
+    if (text[pos] < '0' || text[pos] > '9') return take_odd_number(text, width);
+    value = value * 10 + (text[pos] - '0');
+  }
+  text += width;
+  return value;
 }
 
 // Writes a number with at least `width` digits; the place behind them.
