@@ -11,6 +11,7 @@
 #include "engine/plan.h"
 #include "failure.h"
 #include "files/address_file.h"
+#include "library/layout.h"
 
 namespace tqsync {
 namespace {
@@ -91,13 +92,41 @@ TEST(Normalize, Mails) {
   EXPECT_EQ(mail_keys("@b a@ a@@b a@b@c none"), Keys{});
 }
 
+TEST(Normalize, Addresses) {
+  struct Row {
+    const char* why;
+    std::string a, b;
+    bool same;
+  };
+  const Row rows[] = {
+      {"kanji numbers and words", "東京都千代田区緑町一丁目二番三号", "東京都千代田区緑町1-2-3",
+       true},
+      {"width, spaces, dashes", "大阪市北区中央　１－２ー３", "大阪市北区中央1−2‐3", true},
+      {"with and without prefecture", "京都府京都市左京区東町7-8", "京都市左京区東町７の８", true},
+      {"a prefecture of four kanji", "神奈川県横浜市中区港町3", "横浜市中区港町三番地", true},
+      {"old kanji", "東京都澁谷區櫻丘町1", "東京都澁谷區桜丘町1", true},
+      {"numbers in names stay", "仙台市青葉区一番町2-3", "仙台市青葉区二番町2-3", false},
+      {"another number", "緑町1-2-3", "緑町1-23", false},
+      {"another town", "北海道札幌市南町1", "北海道札幌市北町1", false},
+      {"a city that looks like a prefecture", "太宰府市緑町1", "市緑町1", false},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.why);
+    const std::string a = address_key(row.a), b = address_key(row.b);
+    EXPECT_FALSE(a.empty());
+    EXPECT_EQ(a == b, row.same) << a << " " << b;
+  }
+  EXPECT_EQ(address_key("東京都千代田区"), "") << "many live there";
+  EXPECT_EQ(address_key(""), "");
+}
+
 // A file from its text, and its people.
 AddressFile file_of(const std::string& text) {
   return parse_address_file("x.csv", text, Encoding::kDetect);
 }
 Book book_of(const std::string& rows) {
-  AddressFile file = file_of("氏名,ふりがな,電話番号,メールアドレス\n" + rows);
-  return people_of(file);
+  AddressFile file = file_of("氏名,ふりがな,電話番号,メールアドレス,住所\n" + rows);
+  return people_of(file, find_layout(file, 0));
 }
 
 TEST(People, AreReadByTheHeadings) {
@@ -107,7 +136,7 @@ TEST(People, AreReadByTheHeadings) {
       ",,,,,,,,見本商事\n"
       ",,,,,03-0000-1111,,,\n"
       ",,,,,03-0000-1111,,,\n");
-  const Book people = people_of(file);
+  const Book people = people_of(file, find_layout(file, 0));
   ASSERT_EQ(people.size(), 4u);
   EXPECT_EQ(people[0].name, "髙橋 一郎");
   EXPECT_EQ(people[0].common_key, "高橋一郎");
@@ -121,7 +150,7 @@ TEST(People, AreReadByTheHeadings) {
   EXPECT_TRUE(file.warnings[0].starts_with("x.csv, line 4: ")) << file.warnings[0];
 
   AddressFile headless = file_of("山田太郎,090-0123-4567\n田中,x\n");
-  EXPECT_THROW(people_of(headless), Failure);
+  EXPECT_THROW(find_layout(headless, 0), Failure);
 }
 
 TEST(Match, ScoresAddUpFromTheSigns) {
@@ -132,6 +161,10 @@ TEST(Match, ScoresAddUpFromTheSigns) {
     std::string reason;
   };
   const Row rows[] = {
+      {"a name with an address is certain", "山田,,,,東京都緑町1-2", "山田,,,,緑町一丁目2番", 80,
+       "name, address"},
+      {"a household is not one person", "山田花子,,0301234567,a@b,緑町1",
+       "山田太郎,,0301234567,a@b,緑町1", 74, "telephone, mail, address"},
       {"a name alone is weak", "山田,,,", "山田,,,", 50, "name"},
       {"a name with a telephone is certain", "髙田,,0301234567,", "高田,,03-0123-4567,", 75,
        "name in other kanji, telephone"},

@@ -18,9 +18,10 @@ namespace {
 constexpr int kDone = 0, kFailed = 1, kWrongUsage = 2;
 
 // Every command; each adds itself to the parser.
-constexpr void (*kCommands[])(CLI::App&, Program&) = {add_init_command,   add_group_command,
-                                                      add_pair_command,   add_history_command,
-                                                      add_backup_command, add_text_command};
+constexpr void (*kCommands[])(CLI::App&, Program&) = {
+    add_init_command,    add_group_command,  add_pair_command,
+    add_history_command, add_backup_command, add_apps_command,
+    add_formats_command, add_fields_command, add_text_command};
 
 constexpr char kFooter[] =
     "Address files are CSV files with a heading line, in Shift-JIS or UTF-8.\n"

@@ -16,6 +16,9 @@ struct Program {
   std::function<void()> action;
 };
 
+void add_apps_command(CLI::App& app, Program& program);
+void add_fields_command(CLI::App& app, Program& program);
+void add_formats_command(CLI::App& app, Program& program);
 void add_init_command(CLI::App& app, Program& program);
 void add_group_command(CLI::App& app, Program& program);
 void add_history_command(CLI::App& app, Program& program);

@@ -14,8 +14,6 @@
 namespace tqsync {
 namespace {
 
-constexpr short kPlainPartner = 1;  // application number of a partner unless another is given
-
 // What the flags of `group` and its subcommands give.
 struct Flags {
   std::string group, title, memo, master, file;

@@ -14,6 +14,7 @@
 #include "commands/pair_report.h"
 #include "failure.h"
 #include "library/groups.h"
+#include "library/layout.h"
 
 namespace tqsync {
 namespace {
@@ -71,7 +72,8 @@ void print_warnings(const AddressFile& file) {
 Book read_book(const Member& member, Encoding forced, std::vector<std::string>& warnings) {
   const Encoding encoding = forced == Encoding::kDetect ? member.encoding : forced;
   AddressFile file = read_address_file(member.path, encoding);
-  Book book = people_of(file);
+  const Layout layout = find_layout(file, member.format_application());
+  Book book = people_of(file, layout);
   print_warnings(file);
   warnings = std::move(file.warnings);
   return book;
@@ -114,11 +116,15 @@ std::string help_on_scores() {
   std::string text =
       "Names are compared without spaces and in full width, old and variant kanji (髙,\n"
       "﨑, 邊) as the common ones; telephones as digits with their leading 0; mail\n"
-      "addresses in lower case. Scores:\n";
+      "addresses in lower case; addresses without prefecture, with digits for kanji\n"
+      "numbers and hyphens between them. Scores:\n";
   for (const SignRule& rule : sign_rules()) {
     text += "  " + std::to_string(rule.score) + "  same " + rule.text + "\n";
   }
-  return text + "A reading counts where the names differ; 100 is the most.\n\n" + kPairingRule;
+  return text +
+         "A reading counts where the names differ; 100 is the most, 74 without a name or\n"
+         "a reading in common.\n\n" +
+         kPairingRule;
 }
 
 }  // namespace

@@ -5,14 +5,13 @@
 namespace tqsync {
 namespace {
 
-// A name alone is weak: Japan has many of each. A telephone or a mailbox may be a family's or an
-// office's. A name with either is certain, and so are a reading, a telephone and a mail address
-// together (a name that was misspelt or changed by marriage).
-constexpr SignRule kRules[] = {{kSameName, 50, "name"},
-                               {kSameCommonName, 45, "name in other kanji"},
-                               {kSameReading, 20, "reading"},
-                               {kSamePhone, 30, "telephone"},
-                               {kSameMail, 35, "mail"}};
+// A name alone is weak: Japan has many of each. A telephone, a mailbox or an address may be a
+// family's or an office's, even all three. A name with any of them is certain, and so is a reading
+// with two of them (a name that was misspelt or changed by marriage).
+constexpr SignRule kRules[] = {
+    {kSameName, 50, "name"},       {kSameCommonName, 45, "name in other kanji"},
+    {kSameReading, 20, "reading"}, {kSamePhone, 30, "telephone"},
+    {kSameMail, 35, "mail"},       {kSameAddress, 30, "address"}};
 
 bool share_one(const std::vector<std::string>& a, const std::vector<std::string>& b) {
   return std::ranges::find_first_of(a, b) != a.end();
@@ -35,12 +34,14 @@ Likeness compare(const Person& a, const Person& b) {
   }
   if (share_one(a.phones, b.phones)) signs |= kSamePhone;
   if (share_one(a.mails, b.mails)) signs |= kSameMail;
+  if (share_one(a.addresses, b.addresses)) signs |= kSameAddress;
 
   Likeness likeness{0, static_cast<std::uint8_t>(signs)};
   for (const SignRule& rule : kRules) {
     if (signs & rule.sign) likeness.score += rule.score;
   }
-  likeness.score = std::min(likeness.score, 100);
+  const bool named = (signs & (kSameName | kSameCommonName | kSameReading)) != 0;
+  likeness.score = std::min(likeness.score, named ? 100 : kCertain - 1);
   return likeness;
 }
 

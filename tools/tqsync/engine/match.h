@@ -19,7 +19,8 @@ enum Sign : std::uint8_t {
   kSameCommonName = 2,  // only after old and variant kanji became the common ones
   kSameReading = 4,     // counts where the names differ
   kSamePhone = 8,
-  kSameMail = 16
+  kSameMail = 16,
+  kSameAddress = 32
 };
 
 struct SignRule {
@@ -35,13 +36,14 @@ inline constexpr int kCertain = 75;
 inline constexpr int kPossible = 30;
 
 struct Likeness {
-  int score = 0;  // sum of its signs' scores, at most 100
+  int score = 0;  // sum of its signs' scores, at most 100; see compare
   std::uint8_t signs = 0;
 
   bool certain() const { return score >= kCertain; }
   bool same_name() const { return (signs & (kSameName | kSameCommonName)) != 0; }
 };
 
+// Without a name or a reading in common two records are never the same person for certain.
 Likeness compare(const Person& a, const Person& b);
 
 // "name, telephone", in the order of the table.

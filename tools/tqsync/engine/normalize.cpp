@@ -133,6 +133,52 @@ std::string_view without_extension(std::string_view number) {
   return number;
 }
 
+// --- Addresses ---
+
+bool is_dash(char32_t code) {
+  constexpr std::u32string_view kDashes = U"-‐‑‒–—―−ー－ｰ";
+  return kDashes.find(code) != std::u32string_view::npos;
+}
+
+bool is_number(char32_t code) { return code >= U'0' && code <= U'9'; }
+
+// Without the prefecture that an address may begin with: two or three kanji and 都, 道, 府 or 県.
+// 太宰府市 has none.
+std::u32string_view without_prefecture(std::u32string_view address) {
+  constexpr std::u32string_view kKinds = U"都道府県";
+  if (address.size() < 4) return address;
+  if (kKinds.find(address[2]) != std::u32string_view::npos && address[3] != U'市') {
+    return address.substr(3);
+  }
+  return address[3] == U'県' ? address.substr(4) : address;
+}
+
+// How many characters at the start stand for a hyphen when a number stands before them.
+std::size_t separator_size(std::u32string_view text) {
+  for (const std::u32string_view word :
+       {U"丁目"sv, U"番地の"sv, U"番地"sv, U"番"sv, U"号室"sv, U"号"sv, U"の"sv}) {
+    if (text.starts_with(word)) return word.size();
+  }
+  return is_dash(text.front()) ? 1 : 0;
+}
+
+// The numbers of an address joined by hyphens.
+std::u32string with_hyphens(std::u32string_view text) {
+  std::u32string out;
+  while (!text.empty()) {
+    const bool behind_number = !out.empty() && (is_number(out.back()) || out.back() == U'-');
+    const std::size_t size = behind_number ? separator_size(text) : 0;
+    if (size == 0) {
+      out.push_back(common_kanji(text.front()));
+    } else if (out.back() != U'-') {
+      out.push_back(U'-');
+    }
+    text.remove_prefix(std::max<std::size_t>(size, 1));
+  }
+  if (!out.empty() && out.back() == U'-') out.pop_back();
+  return out;
+}
+
 }  // namespace
 
 std::string name_key(std::string_view name) {
@@ -197,6 +243,13 @@ std::vector<std::string> mail_keys(std::string_view cell) {
   }
   keep_once(keys);
   return keys;
+}
+
+std::string address_key(std::string_view address) {
+  const std::string numbers = convert_text(tqAddressStrKan2Nrm, address);  // drops spaces too
+  const std::u32string codes = to_code_points(to_half_width(numbers));
+  if (std::ranges::none_of(codes, is_number)) return "";
+  return to_utf8(with_hyphens(without_prefecture(codes)));
 }
 
 std::string heading_key(std::string_view heading) {

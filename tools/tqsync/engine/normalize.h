@@ -29,6 +29,11 @@ std::vector<std::string> phone_keys(std::string_view cell);
 // The mail addresses of a cell, in half width and lower case, without display names.
 std::vector<std::string> mail_keys(std::string_view cell);
 
+// An address without its prefecture: in half width, no spaces, kanji numbers as digits, the words
+// between the numbers (丁目, 番地, 番, 号) and every kind of dash as a hyphen, kanji in their
+// common spelling. An address without a number says too little and gives nothing.
+std::string address_key(std::string_view address);
+
 // A column heading in half width and lower case, without spaces, hyphens and underscores.
 std::string heading_key(std::string_view heading);
 

@@ -11,22 +11,26 @@
 
 namespace tqsync {
 
-// What a column holds, as far as pairing is concerned.
-enum class Column : std::uint8_t {
-  kOther,
-  kName,
-  kFamilyName,
-  kGivenName,
-  kReading,
-  kFamilyReading,
-  kGivenReading,
-  kCompany,  // stands for the name where there is none
-  kPhone,    // any number but fax
-  kMail
+// A text that stands in several cells: those that are not empty, with `between` between two.
+struct Joined {
+  std::vector<std::size_t> columns;
+  const char* between = "";
 };
 
-// The column that a heading names, in the Japanese or English of common programs.
-Column column_of(const std::string& heading);
+// Which columns of a file hold what is compared. Of the forms of one text, the first that is not
+// empty counts.
+struct Layout {
+  std::vector<Joined> name, reading;
+  std::vector<Joined> company;  // stands for the name where there is none
+  std::vector<std::vector<Joined>> addresses;
+  std::vector<std::size_t> phones;  // any number but fax
+  std::vector<std::size_t> mails;
+
+  // Whether records can be told apart by it.
+  bool usable() const {
+    return !(name.empty() && reading.empty() && phones.empty() && mails.empty());
+  }
+};
 
 struct Person {
   std::size_t line = 0;             // in the file, from 1
@@ -36,6 +40,7 @@ struct Person {
   std::string reading;              // see reading_key
   std::vector<std::string> phones;  // keys, each once
   std::vector<std::string> mails;
+  std::vector<std::string> addresses;  // they only confirm what else says
   // The earlier record of the file (by its index) whose cells are all the same.
   std::optional<std::uint32_t> copy_of;
 
@@ -47,8 +52,7 @@ struct Person {
   bool takes_part() const { return !copy_of && comparable(); }
 };
 
-// One for each row, in the file's order. Throws Failure when no heading names a column that can be
-// compared; adds a warning for each row that has nothing to compare.
-std::vector<Person> people_of(AddressFile& file);
+// One for each row, in the file's order. Adds a warning for each row that has nothing to compare.
+std::vector<Person> people_of(AddressFile& file, const Layout& layout);
 
 }  // namespace tqsync

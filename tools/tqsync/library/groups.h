@@ -12,6 +12,9 @@
 
 namespace tqsync {
 
+// The application number of a partner unless another is given.
+inline constexpr short kPlainPartner = 1;
+
 struct Member {
   std::string path;       // native
   short application = 0;  // TQ_APP_MASTER for the master
@@ -19,6 +22,10 @@ struct Member {
   std::string file_id;  // six digits; the library gives it when the member is added
 
   bool is_master() const { return application == TQ_APP_MASTER; }
+  // The application whose format the file has; 0 when it was added without a number.
+  short format_application() const {
+    return is_master() || application == kPlainPartner ? short{0} : application;
+  }
 };
 
 struct Group {

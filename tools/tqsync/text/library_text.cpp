@@ -67,7 +67,7 @@ std::string convert_text(TextFunction function, std::string_view utf8) {
   std::string out, sjis, converted;
   while (!utf8.empty()) {
     const std::size_t taken = convert_prefix(utf8, sjis);
-    converted.resize(2 * sjis.size() + 1);  // a kana with its mark, or a byte made double
+    converted.resize(5 * sjis.size() + 1);  // none of the functions asks for more
     const std::int32_t used = function(sjis.c_str(), converted.data());
     if (used < 0) throw std::bad_alloc();
     converted.resize(static_cast<std::size_t>(used));
