@@ -5,7 +5,7 @@
 // that a busy machine slows both. Both sides must give the same bytes, ICU excepted (its tables
 // differ).
 //
-//   text_bench [ROUNDS]           default 7
+//   text_bench [ROUNDS [WORDS]]   default 7; only the rows whose name has these words
 //   text_bench --corpus FILE      only writes the text to a file
 #include <unicode/ucnv.h>
 #include <unicode/utrans.h>
@@ -34,6 +34,7 @@ using Convert = std::int32_t (*)(const char* src, char* dst);
 using Work = std::function<void()>;
 
 int g_rounds = 7;
+std::string_view g_wanted;
 std::vector<char> g_output(kCorpusSize * 2 + (1 << 20));
 
 double seconds(const Work& work) {
@@ -41,6 +42,8 @@ double seconds(const Work& work) {
   work();
   return static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
 }
+
+bool wanted(const char* what) { return std::string_view(what).find(g_wanted) != std::string::npos; }
 
 struct Best {
   double ours;
@@ -78,6 +81,7 @@ void check_same(const char* what, Convert ours, Convert peer, const std::string&
 
 void whole_text(const char* what, Convert ours, Convert plain, const std::string& text,
                 double goal) {
+  if (!wanted(what)) return;
   check_same(what, ours, plain, text);
   char* const out = g_output.data();
   const Best best = race([&] { ours(text.c_str(), out); }, [&] { plain(text.c_str(), out); });
@@ -85,6 +89,7 @@ void whole_text(const char* what, Convert ours, Convert plain, const std::string
 }
 
 void beside_memcpy(const char* what, Convert ours, const std::string& text) {
+  if (!wanted(what)) return;
   char* const out = g_output.data();
   const Best best = race([&] { ours(text.c_str(), out); },
                          [&] { std::memcpy(out, text.c_str(), std::strlen(text.c_str()) + 1); });
@@ -119,6 +124,7 @@ Fields split(std::string_view text, std::string_view separators, std::size_t sho
 
 void field_by_field(const char* what, Convert ours, Convert plain, const Fields& fields,
                     double goal) {
+  if (!wanted(what)) return;
   char* const out = g_output.data();
   const auto all = [&](Convert convert) {
     return
@@ -166,6 +172,7 @@ class Icu {
 
 void line_by_line(const char* what, Convert ours, const char16_t* id, const Fields& lines,
                   double goal) {
+  if (!wanted(what)) return;
   Icu icu(id);
   char* const out = g_output.data();
   const Best best = race([&] { lines.each([&](const char* line) { ours(line, out); }); },
@@ -174,6 +181,7 @@ void line_by_line(const char* what, Convert ours, const char16_t* id, const Fiel
 }
 
 void dates(const char* what, const char* form, int offset, const std::string& date, double goal) {
+  if (!wanted(what)) return;
   constexpr int kTimes = 20000;
   char out[64];
   char other[64];
@@ -245,6 +253,7 @@ int main(int argc, char** argv) {
     return 0;
   }
   if (argc > 1) tq::bench::g_rounds = std::max(1, std::atoi(argv[1]));
+  if (argc > 2) tq::bench::g_wanted = argv[2];
   tq::bench::run();
   return 0;
 }

@@ -5,6 +5,7 @@
 #pragma once
 
 #include <cstddef>
+#include <utility>
 
 #if defined(__SSE2__)
 #include <emmintrin.h>
@@ -69,14 +70,17 @@ class WholeBlock {
   // The mask of look(bytes, next): for sixteen bytes and for the sixteen that begin one later.
   template <class Look>
   Mask mask(Look look) const {
-    Mask mask = 0;
-    for (std::size_t at = 0; at < kBlockSize; at += 16) {
-      mask |= look(Sixteen::load(text_ + at), Sixteen::load(text_ + at + 1)).bits() << at;
-    }
-    return mask;
+    return mask(look, std::make_index_sequence<kBlockSize / 16>());
   }
 
  private:
+  template <class Look, std::size_t... kAt>
+  Mask mask(Look look, std::index_sequence<kAt...>) const {
+    return ((look(Sixteen::load(text_ + 16 * kAt), Sixteen::load(text_ + 16 * kAt + 1)).bits()
+             << 16 * kAt) |
+            ...);
+  }
+
   const char* text_;
 };
 
