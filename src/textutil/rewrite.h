@@ -200,8 +200,8 @@ std::int32_t rewrite_long(Source& source, char* dst) {
     const Progress piece = rewrite_piece<Rule>(text, buffer);
     const std::size_t written =
         piece.out == nullptr ? piece.taken : static_cast<std::size_t>(piece.out - buffer);
-    if (dst != nullptr)
-      std::memmove(dst + size, piece.out == nullptr ? text.data() : buffer, written);
+    const char* const from = piece.out == nullptr ? text.data() : buffer;
+    if (dst != nullptr && dst + size != from) std::memmove(dst + size, from, written);
     size += written;
     text.remove_prefix(piece.taken);
   }
@@ -229,7 +229,8 @@ std::int32_t rewrite(const char* src, char* dst) {
   const bool same = done.out == nullptr;
   const std::size_t size = same ? text.size() : static_cast<std::size_t>(done.out - buffer);
   if (dst != nullptr) {
-    std::memmove(dst, same ? text.data() : buffer, size);
+    const char* const from = same ? text.data() : buffer;
+    if (dst != from) std::memmove(dst, from, size);
     dst[size] = '\0';
   }
   return static_cast<std::int32_t>(size);
