@@ -1,6 +1,5 @@
 #include "common/text.h"
 
-#include <algorithm>
 #include <cstring>
 #include <limits>
 
@@ -19,8 +18,10 @@ void append_line(std::string& out, std::string_view text) {
   const std::size_t start = out.size();
   out += text;
   // Neither byte is ever the second half of a character.
-  const auto is_break = [](char c) { return c == '\n' || c == '\r'; };
-  std::replace_if(out.begin() + static_cast<std::ptrdiff_t>(start), out.end(), is_break, ' ');
+  for (const char line_break : {'\n', '\r'}) {
+    for (std::size_t at = start; (at = out.find(line_break, at)) != std::string::npos;)
+      out[at] = ' ';
+  }
   out += '\n';
 }
 

@@ -1,6 +1,7 @@
 // The group file: six header lines, then five lines a member. docs/formats.md describes its bytes.
 #include <algorithm>
-#include <cstdio>
+#include <charconv>
+#include <iterator>
 #include <string>
 
 #include "base/sjis.h"
@@ -55,7 +56,7 @@ bool read_member(LineReader& lines, tSYNC_FILE& member) {
 
 void append_number(std::string& out, int number) {
   char digits[16];
-  out.append(digits, static_cast<std::size_t>(std::snprintf(digits, sizeof digits, "%d", number)));
+  out.append(digits, std::to_chars(digits, std::end(digits), number).ptr);
 }
 
 void append_flags(std::string& out, const short* flags, int count) {
