@@ -32,6 +32,16 @@ TEST(BackupPlan, WhatIsWrongAndWhatARestoreDoes) {
   }
 }
 
+TEST(BackupPlan, CopiesLieInTheFolderOfABackup) {
+  for (const char* folder : {"/h/backup", "/h/backup/"}) {
+    EXPECT_TRUE(is_copy_in(folder, "/h/backup/00000/copy"));
+    for (const char* other : {"/h/backup/copy", "/h/u/copy", "/h/backup/00000/../../u/copy",
+                              "/h/backup/../u", "copy", "/h/backup/0/1/copy"}) {
+      EXPECT_FALSE(is_copy_in(folder, other)) << other;
+    }
+  }
+}
+
 TEST(BackupPlan, WhatGoes) {
   const std::vector<int> generations = {1, 2, 3, 1, 1, 2};
   for (int keep = 1; keep <= 3; ++keep) {
@@ -53,6 +63,7 @@ TEST(BackupPlan, PlacesBelowAFolderNeverMeet) {
       {"the same name twice", {"/a/b/x", "/a/c/x"}, {"/to/b/x", "/to/c/x"}},
       {"one above the other", {"/a/x", "/a/b/c/x"}, {"/to/x", "/to/b/c/x"}},
       {"names that begin alike", {"/ab/x", "/a/x"}, {"/to/ab/x", "/to/a/x"}},
+      {"climbing out", {"/a/../../x", "/b/../../../y", "../z"}, {"/to/x", "/to/y", "/to/z"}},
       {"nothing", {}, {}},
   };
   for (const Case& c : cases) {

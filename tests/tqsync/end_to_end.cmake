@@ -180,3 +180,12 @@ run(0 backup list)
 prints("no backups")
 run(1 backup show 0)
 run(1 backup create)
+
+# A folder that cannot be made again ends the restore; it does not ask forever.
+file(WRITE ${WORK}/sub/a.csv "a")
+run(0 backup create --folder sub)
+prints("made backup 00000 of 1 files")
+file(REMOVE_RECURSE ${WORK}/sub)
+file(WRITE ${WORK}/sub "in the way")
+run(1 backup restore 0 --yes)
+says("sub.a.csv cannot be made")

@@ -58,6 +58,11 @@ std::string kind_name(short kind) {
   }
 }
 
+// Without the folders, which have no copy.
+std::ptrdiff_t copies_in(const std::vector<BackupFile>& files) {
+  return std::ranges::count_if(files, [](const BackupFile& file) { return !file.copy.empty(); });
+}
+
 // --- create --------------------------------------------------------------------------------------
 
 // One set a member file, so that each can be restored alone.
@@ -98,7 +103,7 @@ void create(const Flags& flags, Output output) {
   const std::vector<BackupSet> sets = sets_of(flags);
   if (flags.dry_run) return show_backup_plan(sets, output);
   const std::string id = make_backup(kManualBackup, flags.note, sets);
-  std::cout << "made backup " << id << " of " << open_backup(id).files.size() << " files\n";
+  std::cout << "made backup " << id << " of " << copies_in(open_backup(id).files) << " files\n";
 }
 
 // --- list, show ----------------------------------------------------------------------------------
@@ -160,6 +165,13 @@ std::optional<std::uint64_t> size_of(const std::string& path) {
   return error ? std::nullopt : std::optional<std::uint64_t>(size);
 }
 
+// What is wrong with the copy of a file, empty when nothing is.
+std::string fault_of(const BackupFile& file) {
+  if (file.mail_store) return "the mail program keeps the copy";
+  if (!is_copy_in(backup_folder(), file.copy)) return "the copy is outside the backup folder";
+  return copy_fault({file.size, size_of(file.copy), std::nullopt, false});
+}
+
 CopyFacts facts_of(const BackupFile& file) {
   std::error_code error, other;
   const auto copied = fs::last_write_time(path_of(file.copy), error);
@@ -171,10 +183,9 @@ void show_restore_plan(const std::vector<BackupFile>& files, Output output) {
   Table table("restore", {{"effect"}, {"size", Table::Kind::kNumber}, {"file"}});
   for (const BackupFile& file : files) {
     if (file.copy.empty()) continue;
-    const CopyFacts facts = facts_of(file);
-    const std::string fault = copy_fault(facts);
-    table.add({fault.empty() ? effect_name(effect_of(facts)) : fault, std::to_string(file.size),
-               file.path});
+    const std::string fault = fault_of(file);
+    table.add({fault.empty() ? effect_name(effect_of(facts_of(file))) : fault,
+               std::to_string(file.size), file.path});
   }
   table.print(std::cout, {output});
 }
@@ -185,7 +196,11 @@ void put_below(const std::string& folder, const std::vector<BackupFile>& files, 
   for (const BackupFile& file : files) paths.push_back(file.path);
   const std::vector<std::string> places = places_below(whole_path(folder), paths);
   for (std::size_t i = 0; i < files.size(); ++i) {
-    if (files[i].copy.empty() || !fs::exists(path_of(places[i]))) continue;
+    if (files[i].copy.empty()) continue;
+    if (const std::string fault = fault_of(files[i]); !fault.empty()) {
+      throw Failure(files[i].path + ": " + fault + ".");
+    }
+    if (!fs::exists(path_of(places[i]))) continue;
     throw Failure(places[i] + ": this file is there already. Name an empty folder with --to.");
   }
   for (std::size_t i = 0; i < files.size(); ++i) {
@@ -219,7 +234,7 @@ void restore(const Flags& flags, Output output) {
   if (files.empty()) throw Failure("backup " + id + " has no files in these groups.");
   if (!flags.to.empty()) return put_below(flags.to, files, flags.dry_run);
   if (flags.dry_run) return show_restore_plan(files, output);
-  if (!flags.yes && !confirmed("Restore " + std::to_string(files.size()) + " files of backup " +
+  if (!flags.yes && !confirmed("Restore " + std::to_string(copies_in(files)) + " files of backup " +
                                    id + "? What is there now is backed up first.",
                                "backup " + id + " is only restored")) {
     std::cout << "nothing restored\n";
@@ -282,7 +297,7 @@ void verify(Output output) {
     for (const BackupFile& file : backup.files) {
       if (file.copy.empty() || file.mail_store) continue;
       ++copies;
-      const std::string fault = copy_fault({file.size, size_of(file.copy), std::nullopt, false});
+      const std::string fault = fault_of(file);
       if (!fault.empty()) table.add({summary.id, fault, file.path});
     }
   }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <filesystem>
+#include <iterator>
 
 namespace tqsync {
 namespace {
@@ -59,17 +60,27 @@ std::vector<std::size_t> beyond(std::span<const int> generations, int keep) {
   return going;
 }
 
+bool is_copy_in(const std::string& folder, const std::string& copy) {
+  const fs::path inner = path_of(copy).lexically_normal().lexically_relative(path_of(folder) / "");
+  return std::distance(inner.begin(), inner.end()) == 2 && *inner.begin() != "..";
+}
+
 std::vector<std::string> places_below(const std::string& folder,
                                       std::span<const std::string> paths) {
   std::vector<std::string> places;
   if (paths.empty()) return places;
-  fs::path common = path_of(paths.front()).parent_path();
-  for (const std::string& path : paths) common = common_folder(common, path_of(path).parent_path());
+  // Without "..", so that no place is outside the folder.
+  std::vector<fs::path> whole_paths;
   for (const std::string& path : paths) {
-    const fs::path inner = path_of(path).lexically_relative(common);
+    whole_paths.push_back((fs::path("/") / path_of(path)).lexically_normal());
+  }
+  fs::path common = whole_paths.front().parent_path();
+  for (const fs::path& path : whole_paths) common = common_folder(common, path.parent_path());
+  for (const fs::path& path : whole_paths) {
+    const fs::path inner = path.lexically_relative(common);
     // Without a common folder (different drives) the drive's letter keeps them apart.
-    const std::string drive = path_of(path).root_name().string().substr(0, 1);
-    const fs::path place = common.empty() ? fs::path(drive) / path_of(path).relative_path() : inner;
+    const std::string drive = path.root_name().string().substr(0, 1);
+    const fs::path place = common.empty() ? fs::path(drive) / path.relative_path() : inner;
     const std::u8string whole = (path_of(folder) / place).u8string();
     places.emplace_back(whole.begin(), whole.end());
   }

@@ -21,6 +21,10 @@ struct CopyFacts {
 // Whether a copy is whole: empty, or what is wrong with it.
 std::string copy_fault(const CopyFacts& facts);
 
+// Whether a copy lies in the folder of some backup in the backup folder; a history can claim any
+// place. Absolute native paths.
+bool is_copy_in(const std::string& folder, const std::string& copy);
+
 // What a restore does to the file.
 enum class Effect { kNothing, kReplaces, kBringsBack };
 Effect effect_of(const CopyFacts& facts);

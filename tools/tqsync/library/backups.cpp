@@ -152,16 +152,19 @@ class RecreateFolders {
   RecreateFolders(const RecreateFolders&) = delete;
   RecreateFolders& operator=(const RecreateFolders&) = delete;
 
+  // The file whose folder could not be made, in the library's form; empty: none.
+  const std::string& stuck() const { return stuck_; }
+
  private:
   // Being asked about a file again means that its folder could not be made.
   short answer(const std::string& path) {
-    if (path == asked_) return TQ_FOLDER_CANCEL;
+    if (path == asked_) stuck_ = path;
     asked_ = path;
-    return TQ_FOLDER_RECREATE;
+    return stuck_.empty() ? TQ_FOLDER_RECREATE : TQ_FOLDER_CANCEL;
   }
 
   bool recreate_;
-  std::string asked_;
+  std::string asked_, stuck_;
 };
 
 }  // namespace
@@ -221,6 +224,10 @@ bool restore_backup(const std::string& id, const std::vector<std::string>& group
                     "\" shows them.");
     }
     result = object.RestoreFileStart();
+  }
+  if (!recreating.stuck().empty()) {
+    throw Failure("backup " + id + " is not restored: the folder of " +
+                  to_native_path(recreating.stuck().c_str()) + " cannot be made");
   }
   if (result == 1 && object.ErrorCause() == TQ_BKUP_CAUSE_NONE) return false;
   if (result != 0) fail("backup " + id + " is not restored", object);
