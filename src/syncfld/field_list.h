@@ -54,13 +54,11 @@ class FieldList {
   short find(short fldId) const { return static_cast<short>(places_.find(fldId)); }
   const tSYFL_FLDINFO* entry(short fldId) const { return at(find(fldId)); }
 
-  // Works out `data_id` for every field; the list must be complete.
+  // Works out `data_ids`; the list must be complete.
   void resolve();
-  // The data id of the field or of the one that stands in for it, -1 when there is none.
-  short data_id(short fldId) const {
-    const auto id = static_cast<std::uint16_t>(fldId);
-    return id < data_ids_.size() ? data_ids_[id] : short{-1};
-  }
+  // By field id: the data id of the field or of the one that stands in for it, -1 when there is
+  // none. They stay where they are when the list is moved.
+  std::span<const short> data_ids() const { return data_ids_; }
 
  private:
   void index_all();

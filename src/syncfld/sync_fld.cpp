@@ -28,7 +28,7 @@ CSyncFldCtl::CSyncFldCtl() : state_(std::make_unique<State>()) {}
 CSyncFldCtl::~CSyncFldCtl() = default;
 
 short CSyncFldCtl::SyflCreateFileTbl(short capacity) {
-  state_->files.clear();
+  state_->clear_files();
   state_->capacity = capacity > 0 ? static_cast<std::size_t>(capacity) : 0;
   state_->firstKei = 0;
   state_->secondKei = 0;
@@ -36,7 +36,7 @@ short CSyncFldCtl::SyflCreateFileTbl(short capacity) {
 }
 
 void CSyncFldCtl::SyflFreeFileTbl() {
-  state_->files.clear();
+  state_->clear_files();
   state_->capacity = 0;
   state_->master = {};
 }
@@ -56,7 +56,7 @@ int32_t CSyncFldCtl::SyflAddFileInfo(tSYNC_INFO* info) {
     copy_text(added.tmpFileN, view(info->tmpFileN));
     std::copy(std::begin(info->trFlg), std::end(info->trFlg), added.trFlg);
     state.mMakeFldInfo(added);
-    state.files.push_back(std::move(added));
+    state.add(std::move(added));
     return static_cast<int32_t>(state.files.size()) - 1;
   } catch (...) {  // out of memory
     return -1;
@@ -119,10 +119,9 @@ short CSyncFldCtl::SyflGetExtGrpFldIdOrg(short file, short fldId) const {
 }
 
 short CSyncFldCtl::SyflGetDataId(int32_t file, short fldId) const {
-  const tq::tSYFL_FILEINFO* of = state_->file(file);
-  if (of == nullptr) return -1;
-  if (of->appType == TQ_APP_MASTER) return SyflGetMstDataId(fldId, SykyGetCmpGrp(fldId));
-  return state_->list(*of).data_id(fldId);
+  const std::vector<tq::DataIds>& files = state_->data_ids[state_->mode == 0 ? 0 : 1];
+  const auto at = static_cast<std::uint32_t>(file);
+  return at < files.size() ? files[at].at(fldId) : short{-1};
 }
 
 // --- The master ----------------------------------------------------------------------------------
@@ -162,20 +161,5 @@ short CSyncFldCtl::SyflGetDataType(short fldId) const {
 }
 
 short CSyncFldCtl::SyflGetMstDataId(short /*fldId*/, short cmpGrp) const {
-  constexpr short kAsItIs = 99;
-  switch (cmpGrp) {
-    case 3:
-      return 3;
-    case 11:
-      return 1;
-    case 10:
-    case 12:
-    case 13:
-    case 14:
-    case 15:
-    case 16:
-      return 0;
-    default:
-      return kAsItIs;
-  }
+  return tq::master_form(cmpGrp);
 }

@@ -46,6 +46,21 @@ void append_to_second(tSYFL_FILEINFO& of, tSYFL_FLDINFO field);
 // The search table of a field in an ordinary file; -1 for a field without a row.
 short search_table(short fldId);
 
+// The form in which the master keeps values of a compare group; see SyflGetMstDataId.
+short master_form(short cmpGrp);
+
+// Data ids by field id, with what a field beyond them has.
+struct DataIds {
+  const short* ids;
+  std::size_t size;
+  short beyond;
+
+  short at(short fldId) const {
+    const auto id = static_cast<std::uint16_t>(fldId);
+    return id < size ? ids[id] : beyond;
+  }
+};
+
 // The records of a field file, as `fldcom` reads it. Nothing when it cannot be opened.
 class FieldRecords {
  public:
@@ -102,8 +117,13 @@ struct CSyncFldCtl::State {
   void read_master(const char* field_file);
   void mMakeCmpItemTblKey();
 
+  // Takes a file that is built; std::bad_alloc leaves everything as it was.
+  void add(tq::tSYFL_FILEINFO&& of);
+  void clear_files();
+
   std::vector<tq::tSYFL_FILEINFO> files;
-  std::size_t capacity = 0;  // most files that fit
+  std::vector<tq::DataIds> data_ids[2];  // by mode and file: what SyflGetDataId answers
+  std::size_t capacity = 0;              // most files that fit
   tq::tSYFL_FILEINFO master;
   std::vector<char> cmpItems;  // by row of s_fldAttrTbl: 1 where the master shows the field
   short firstKei = 0;          // unlimited groups of fields 512 and 596

@@ -1,0 +1,35 @@
+// An application registry of any content: it is taken whole or not at all, and both readers of the
+// file agree on what is whole.
+#include <cstdint>
+#include <cstdlib>
+#include <string>
+
+#include "support/home.h"
+#include "tqutil/appinfo.h"
+
+namespace {
+
+void require(bool holds) {
+  if (!holds) std::abort();
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+  static const tq::test::TestHome home;
+  home.write("program\\APPINFO.DAT", std::string(reinterpret_cast<const char*>(data), size));
+
+  CAppInfoCtl::FreeAppInfo();
+  if (CAppInfoCtl::ReadAppInfo() != 0) {
+    require(CAppInfoCtl::s_appTbl == nullptr && CAppInfoCtl::s_appCnt == 0);
+    return 0;
+  }
+  require((CAppInfoCtl::s_appTbl == nullptr) == (CAppInfoCtl::s_appCnt == 0));
+  for (short i = 0; i < CAppInfoCtl::s_appCnt; ++i) {
+    const tTQAPP_INFO& row = CAppInfoCtl::s_appTbl[i];
+    const short type = CAppInfoCtl::GetAppType(row.appNo);
+    if (i == 0) require(type == row.appType && row.cap > CAppInfoCtl::s_appCnt);
+    if (i < 8) require(GetAppType(row.appNo) == type);  // reads the file again each time
+  }
+  return 0;
+}
