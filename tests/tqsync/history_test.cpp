@@ -14,7 +14,7 @@ using namespace tqsync;
 
 std::string saved() {
   std::string all;
-  for (const HistoryLine& line : last_history()) {
+  for (const HistoryLine& line : last_history().lines) {
     all += line.level + "|" + line.category + "|" + line.text + "\n";
   }
   return all;

@@ -18,11 +18,16 @@ struct Flags {
 
 void history(const Flags& flags, Output output) {
   Table table("history", {{"file"}, {"category"}, {"text"}});
-  for (const HistoryLine& line : last_history()) {
+  const SavedHistory saved = last_history();
+  for (const HistoryLine& line : saved.lines) {
     const bool wanted = flags.only.empty() || std::ranges::count(flags.only, line.category) > 0;
     if (wanted) table.add({line.level.empty() ? "(run)" : line.level, line.category, line.text});
   }
   table.print(std::cout, {output});
+  if (saved.damaged > 0) {
+    std::cerr << "tqsync: note: the saved history is damaged; " << saved.damaged
+              << " lines of it cannot be shown\n";
+  }
 }
 
 }  // namespace

@@ -1,10 +1,13 @@
-// tqsync pair: reads the files of a group and shows which records belong together.
+// tqsync pair: reads the files of a group, shows which records belong together and has the user
+// decide what is open.
 #include <algorithm>
+#include <filesystem>
 #include <functional>
 #include <iostream>
 #include <iterator>
 #include <limits>
 #include <memory>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -12,9 +15,13 @@
 #include "commands/command.h"
 #include "commands/pair_history.h"
 #include "commands/pair_report.h"
+#include "commands/pair_review.h"
 #include "failure.h"
+#include "files/address_writer.h"
+#include "files/whole_file.h"
 #include "library/groups.h"
 #include "library/layout.h"
+#include "terminal/console.h"
 
 namespace tqsync {
 namespace {
@@ -24,6 +31,10 @@ struct Flags {
   Encoding encoding = Encoding::kDetect;
   std::vector<std::string> only;
   std::size_t rows = std::numeric_limits<std::size_t>::max();
+  bool ask = false;
+  std::string merge, output;  // native paths; empty when they are not wanted
+
+  bool reviewing() const { return ask || !merge.empty(); }
 };
 
 // The members in the order of the plan: the master first.
@@ -68,15 +79,49 @@ void print_warnings(const AddressFile& file) {
   }
 }
 
-// `warnings` gets what was odd about the file.
-Book read_book(const Member& member, Encoding forced, std::vector<std::string>& warnings) {
+// Reads the file of a member, whose people come back.
+Book read_book(const Member& member, Encoding forced, AddressFile& file) {
   const Encoding encoding = forced == Encoding::kDetect ? member.encoding : forced;
-  AddressFile file = read_address_file(member.path, encoding);
+  file = read_address_file(member.path, encoding);
   const Layout layout = find_layout(file, member.format_application());
   Book book = people_of(file, layout);
   print_warnings(file);
-  warnings = std::move(file.warnings);
   return book;
+}
+
+// What cannot go well is said before anybody is asked.
+void check_review(const Flags& flags) {
+  if (flags.ask && flags.merge.empty() && !input_is_terminal()) {
+    throw Failure(
+        "nobody can be asked, since standard input is no terminal. Give the decisions with "
+        "--merge FILE.");
+  }
+  if (!flags.output.empty() && std::filesystem::exists(to_path(flags.output))) {
+    throw Failure(flags.output + ": there is such a file already. Name another one, or delete it.");
+  }
+}
+
+ReviewOutcome reviewed(const Flags& flags, const PairingRun& run,
+                       std::span<const AddressFile> files, std::span<const Member> members) {
+  ReviewSource source{file_name(flags.merge), {}, flags.ask && input_is_terminal()};
+  if (!flags.merge.empty()) {
+    source.decisions = read_whole_file(flags.merge, "a file of decisions");
+  }
+  std::vector<FileColumns> columns;
+  for (std::size_t i = 0; i < files.size(); ++i) {
+    columns.push_back(find_columns(files[i].headings, members[i].format_application()));
+  }
+  return review(run, files, columns, source);
+}
+
+void write_merged(const std::string& path, const AddressFile& master,
+                  const ReviewOutcome& outcome) {
+  const MergedBook merged = merge_book(master, outcome.fields, outcome.persons);
+  const Encoding used = write_address_file(path, merged.headings, merged.rows, master.encoding);
+  std::cerr << "tqsync: " << path << ": " << merged.rows.size() << " records written in "
+            << encoding_name(used)
+            << (used == master.encoding ? "\n"
+                                        : ", since Shift-JIS does not have all characters\n");
 }
 
 void print_common_keys(const Plan& plan) {
@@ -87,29 +132,43 @@ void print_common_keys(const Plan& plan) {
 }
 
 void pair(const Flags& flags, Output output) {
+  check_review(flags);
   const Group group = open_group(flags.group);
   const std::vector<Member> members = ordered_members(group);
+  std::vector<AddressFile> files(members.size());
   std::vector<Book> books;
   std::vector<std::size_t> sizes;
   std::vector<std::string> file_ids;
-  std::vector<std::vector<std::string>> warnings;
-  for (const Member& member : members) {
-    books.push_back(read_book(member, flags.encoding, warnings.emplace_back()));
+  for (std::size_t i = 0; i < members.size(); ++i) {
+    books.push_back(read_book(members[i], flags.encoding, files[i]));
     sizes.push_back(books.back().size());
-    file_ids.push_back(member.file_id);
+    file_ids.push_back(members[i].file_id);
   }
 
   const Plan plan = make_plan(books);
   print_common_keys(plan);
   const MatchTables tables(file_ids, sizes, plan);
   const PairingRun run{distinct_names(members), books, plan, tables};
+  const Printing printing{output, flags.rows};
   if (output == Output::kPeople) std::cout << "Group " << group.id << "  " << group.title << '\n';
-  PairReport report(run, {output, flags.rows}, std::cout);
+  PairReport report(run, printing, std::cout);
   for (const std::string section : kReportSections) {
-    const bool wanted = flags.only.empty() || std::ranges::count(flags.only, section) > 0;
-    if (wanted) report.print(section);
+    const bool all = flags.only.empty() && !flags.reviewing();
+    if (all || std::ranges::count(flags.only, section) > 0) report.print(section);
   }
-  save_history(group, run, warnings);
+  ReviewOutcome outcome;
+  if (flags.reviewing()) {
+    outcome = reviewed(flags, run, files, members);
+    print_decisions(outcome, run, printing);
+  }
+  std::string fault;
+  try {
+    if (!flags.output.empty()) write_merged(flags.output, files[0], outcome);
+  } catch (const Failure& failure) {
+    fault = failure.what();
+  }
+  save_history(group, run, files, outcome, fault);
+  if (!fault.empty()) throw Failure(fault);
 }
 
 std::string help_on_scores() {
@@ -142,8 +201,21 @@ void add_pair_command(CLI::App& app, Program& program) {
   command
       ->add_option("--rows", flags->rows, "Print at most so many rows of a table (not with --tsv)")
       ->check(CLI::PositiveNumber);
+  command->add_flag("--review", flags->ask,
+                    "Show the groups to decide one by one and ask who is who");
+  command
+      ->add_option("--merge", flags->merge,
+                   "Take decisions from FILE, a table \"decisions\" as --tsv prints it")
+      ->type_name("FILE");
+  command
+      ->add_option("--output", flags->output,
+                   "Write the master with the decisions applied to FILE, which must be new")
+      ->type_name("FILE");
   command->footer(help_on_scores());
   command->callback([flags, &program] {
+    if (!flags->output.empty() && !flags->reviewing()) {
+      throw CLI::RequiresError("--output", "--review or --merge");
+    }
     program.action = [flags, &program] {
       require_home();
       pair(*flags, program.output);

@@ -24,6 +24,11 @@ using Book = std::vector<Person>;
 struct RecordRef {
   std::uint32_t book;
   std::uint32_t record;
+
+  bool operator==(const RecordRef&) const = default;
+  bool operator<(const RecordRef& other) const {
+    return book != other.book ? book < other.book : record < other.record;
+  }
 };
 
 enum class Verdict : std::uint8_t {

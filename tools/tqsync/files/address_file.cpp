@@ -1,46 +1,13 @@
 #include "files/address_file.h"
 
 #include <algorithm>
-#include <cstdint>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <utility>
 
 #include "files/place.h"
+#include "files/whole_file.h"
 
 namespace tqsync {
 namespace {
-
-// Keeps every position within 32 bits, also after each byte has become three.
-constexpr std::uintmax_t kLargestFile = 256u << 20;
-
-std::filesystem::path to_path(const std::string& utf8) {
-  return std::filesystem::path(std::u8string(utf8.begin(), utf8.end()));
-}
-
-std::string read_bytes(const std::string& native_path) {
-  namespace fs = std::filesystem;
-  const fs::path path = to_path(native_path);
-  std::error_code error;
-  const fs::file_status status = fs::status(path, error);
-  if (status.type() == fs::file_type::not_found) {
-    throw Failure(native_path + ": there is no such file. Put it back, or give another one.");
-  }
-  if (status.type() != fs::file_type::regular) {
-    throw Failure(native_path + ": this is no file. Give a CSV file.");
-  }
-  if (fs::file_size(path, error) > kLargestFile) {
-    throw Failure(native_path + ": the file is larger than 256 MB. Split it into several files.");
-  }
-  std::ifstream file(path, std::ios::binary);
-  std::string bytes{std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
-  if (!file || bytes.size() > kLargestFile) {
-    throw Failure(native_path + ": the file cannot be read. Check that it is not open elsewhere " +
-                  "and that you may read it.");
-  }
-  return bytes;
-}
 
 bool is_empty(const std::string& cell) { return cell.empty(); }
 
@@ -67,7 +34,8 @@ void fit_row(AddressFile& file, CsvRow& row) {
 }  // namespace
 
 AddressFile read_address_file(const std::string& native_path, Encoding encoding) {
-  return parse_address_file(file_name(native_path), read_bytes(native_path), encoding);
+  return parse_address_file(file_name(native_path), read_whole_file(native_path, "a CSV file"),
+                            encoding);
 }
 
 AddressFile parse_address_file(const std::string& name, std::string bytes, Encoding encoding) {

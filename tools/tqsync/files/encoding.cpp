@@ -2,6 +2,7 @@
 
 #include <cctype>
 #include <cstdint>
+#include <limits>
 #include <new>
 #include <utility>
 
@@ -92,6 +93,20 @@ DecodedText decode(const std::string& file, std::string bytes, Encoding encoding
     }
   }
   return {Encoding::kShiftJis, sjis_to_utf8(file, bytes)};
+}
+
+EncodedText encode(std::string utf8, Encoding encoding) {
+  constexpr auto kMost = static_cast<std::size_t>(std::numeric_limits<std::int32_t>::max()) - 1;
+  if (encoding == Encoding::kShiftJis && utf8.size() <= kMost) {
+    std::string sjis(utf8.size() + 1, '\0');  // Shift-JIS never takes more bytes than UTF-8
+    const auto size = static_cast<std::int32_t>(utf8.size());
+    const std::int32_t used = tqUtf8ToSjis(utf8.data(), size, sjis.data(), size + 1);
+    if (used >= 0) {
+      sjis.resize(static_cast<std::size_t>(used));
+      return {Encoding::kShiftJis, std::move(sjis)};
+    }
+  }
+  return {Encoding::kUtf8, utf8.insert(0, kUtf8Mark)};
 }
 
 }  // namespace tqsync

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <initializer_list>
+#include <iterator>
 #include <string>
 #include <utility>
 
@@ -29,6 +30,31 @@ constexpr Family kAddresses[] = {{2, {32, 33, 34, 624}, "", {35, 36, 37}},    //
 constexpr short kEntryName = 593, kEntryReading = 594;  // of a telephone-book entry
 constexpr short kDisplayedName = 13, kDisplayedReading = 14;
 constexpr std::initializer_list<short> kCompanies = {87, 88, 93};
+
+// The parts of a name and of its reading, by their fields.
+struct FieldKind {
+  short field;
+  ValueKind kind;
+};
+constexpr FieldKind kKinds[] = {{3, ValueKind::kFamilyName},
+                                {1, ValueKind::kGivenName},
+                                {5, ValueKind::kName},
+                                {kEntryName, ValueKind::kName},
+                                {kDisplayedName, ValueKind::kName},
+                                {2, ValueKind::kFamilyReading},
+                                {0, ValueKind::kGivenReading},
+                                {4, ValueKind::kReading},
+                                {kEntryReading, ValueKind::kReading},
+                                {kDisplayedReading, ValueKind::kReading}};
+
+ValueKind kind_of(const FieldMap& map, short field) {
+  const auto* found = std::ranges::find(kKinds, field, &FieldKind::field);
+  if (found != std::end(kKinds)) return found->kind;
+  if (std::ranges::find(kCompanies, field) != kCompanies.end()) return ValueKind::kCompany;
+  const std::string table = map.search_table(field);
+  if (table == "Tel") return ValueKind::kPhone;
+  return table == "Mail" || table == "Mail2" ? ValueKind::kMail : ValueKind::kOther;
+}
 
 // Adds what the file has of a form, if anything.
 void add(Forms& forms, const FieldMap& map, std::initializer_list<short> fields,
@@ -68,12 +94,22 @@ Layout layout_of(const FieldMap& map) {
   }
   for (const FormatColumn& field : map.fields()) {
     const auto column = map.column(field.field);
-    const std::string table = map.search_table(field.field);
+    const ValueKind kind = kind_of(map, field.field);
     if (!column) continue;
-    if (table == "Tel") layout.phones.push_back(*column);
-    if (table == "Mail" || table == "Mail2") layout.mails.push_back(*column);
+    if (kind == ValueKind::kPhone) layout.phones.push_back(*column);
+    if (kind == ValueKind::kMail) layout.mails.push_back(*column);
   }
   return layout;
+}
+
+FileColumns find_columns(const std::vector<std::string>& headings, short application) {
+  const FieldMap map(headings, application);
+  FileColumns columns(headings.size());
+  for (const FormatColumn& field : map.fields()) {
+    const auto column = map.column(field.field);
+    if (column) columns[*column] = {field.field, kind_of(map, field.field)};
+  }
+  return columns;
 }
 
 Layout find_layout(AddressFile& file, short application) {

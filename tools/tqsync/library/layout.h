@@ -2,6 +2,7 @@
 // keys that these serve.
 #pragma once
 
+#include "engine/common_fields.h"
 #include "engine/people.h"
 #include "files/address_file.h"
 #include "library/field_map.h"
@@ -12,6 +13,9 @@ namespace tqsync {
 // such as a name in parts or a whole one; the fields that the library looks up in its telephone and
 // mail tables are all taken.
 Layout layout_of(const FieldMap& map);
+
+// What each of the columns of a file with these headings holds; see find_layout.
+FileColumns find_columns(const std::vector<std::string>& headings, short application);
 
 // The layout of a file by its headings; `application` is the number of the program that wrote it, 0
 // when that is not known. Throws Failure when there is nothing to compare by; adds a warning when

@@ -1,12 +1,16 @@
 #include "library/run_history.h"
 
+#include <algorithm>
 #include <array>
 #include <filesystem>
 #include <fstream>
+#include <iterator>
 #include <limits>
 #include <utility>
 
 #include "failure.h"
+#include "files/whole_file.h"
+#include "library/home_file.h"
 #include "text/library_text.h"
 #include "tqutil/history.h"
 #include "tqutil/host.h"
@@ -33,14 +37,7 @@ constexpr std::array<CategoryFunctions, 6> kFunctions = {{
 }};
 
 // One line of the saved file is level, category and text with tabs between them, in UTF-8.
-std::filesystem::path saved_file() {
-  char folder[TQ_PATH_SIZE];
-  if (tqGetFolder(TQ_FOLDER_DATA, folder) != 0) {
-    throw Failure("there is no data folder. Check the entry \"data\" of tqutil.ini.");
-  }
-  const std::string path = to_native_path(std::string(folder) + "history.txt");
-  return std::filesystem::path(std::u8string(path.begin(), path.end()));
-}
+std::filesystem::path saved_file() { return home_file(TQ_FOLDER_DATA, "history.txt"); }
 
 // Tabs and line ends separate; within a cell they are blanks.
 std::string cell(std::string text) {
@@ -87,36 +84,32 @@ std::vector<HistoryLine> RunHistory::lines() {
   return lines;
 }
 
-// Beside the old one first, so that a full disk leaves one history or the other.
 void RunHistory::save() {
-  const std::filesystem::path target = saved_file();
-  std::filesystem::path temporary = target;
-  temporary += ".new";
-  std::ofstream file(temporary, std::ios::binary);
+  std::string text;
   for (const HistoryLine& line : lines()) {
-    file << cell(line.level) << '\t' << line.category << '\t' << cell(line.text) << '\n';
+    text += cell(line.level) + '\t' + line.category + '\t' + cell(line.text) + '\n';
   }
-  file.close();
-  std::error_code error;
-  if (file) std::filesystem::rename(temporary, target, error);
-  if (!file || error) {
-    std::filesystem::remove(temporary, error);
+  if (!save_whole_file(saved_file(), text)) {
     throw Failure("the history of this run cannot be saved in the data folder. Check its disk.");
   }
 }
 
-std::vector<HistoryLine> last_history() {
+SavedHistory last_history() {
   std::ifstream file(saved_file(), std::ios::binary);
   if (!file) throw Failure("there is no history yet. \"tqsync pair\" makes one.");
-  std::vector<HistoryLine> lines;
-  for (std::string line; std::getline(file, line);) {
-    const std::size_t level = line.find('\t');
-    const std::size_t category = level == std::string::npos ? level : line.find('\t', level + 1);
-    if (category == std::string::npos) continue;  // not a line of ours
-    lines.push_back({line.substr(0, level), line.substr(level + 1, category - level - 1),
-                     line.substr(category + 1)});
+  SavedHistory saved;
+  for (std::string text; std::getline(file, text);) {
+    const std::size_t level = text.find('\t');
+    const std::size_t end = level == std::string::npos ? level : text.find('\t', level + 1);
+    const std::string category =
+        end == std::string::npos ? "" : text.substr(level + 1, end - level - 1);
+    if (std::ranges::find(kHistoryCategories, category) == std::end(kHistoryCategories)) {
+      ++saved.damaged;
+    } else {
+      saved.lines.push_back({text.substr(0, level), category, text.substr(end + 1)});
+    }
   }
-  return lines;
+  return saved;
 }
 
 }  // namespace tqsync

@@ -3,6 +3,7 @@
 // goes on; `save` writes it to the data folder, from where it can be read until the next run.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -44,6 +45,10 @@ class RunHistory {
 };
 
 // The saved history of the last run. Throws Failure when there is none.
-std::vector<HistoryLine> last_history();
+struct SavedHistory {
+  std::vector<HistoryLine> lines;
+  std::size_t damaged = 0;  // lines that no run has written; they are left out
+};
+SavedHistory last_history();
 
 }  // namespace tqsync

@@ -39,18 +39,30 @@ bool is_control(char32_t code) {
          (code >= 0x2066 && code <= 0x2069);
 }
 
-std::string printable(std::string_view utf8) {
-  std::string out;
-  for (const char32_t code : to_code_points(utf8)) append_utf8(out, is_control(code) ? U' ' : code);
-  return out;
-}
-
 }  // namespace
 
 std::size_t display_width(std::string_view utf8) {
   std::size_t width = 0;
   for (const char32_t code : to_code_points(utf8)) width += width_of(code);
   return width;
+}
+
+std::string printable(std::string_view utf8) {
+  std::string out;
+  for (const char32_t code : to_code_points(utf8)) append_utf8(out, is_control(code) ? U' ' : code);
+  return out;
+}
+
+std::string cut_to_width(std::string_view utf8, std::size_t width) {
+  if (display_width(utf8) <= width) return std::string(utf8);
+  std::string cut;
+  std::size_t used = 1;  // of the mark
+  for (const char32_t code : to_code_points(utf8)) {
+    used += width_of(code);
+    if (used > width) break;
+    append_utf8(cut, code);
+  }
+  return cut + "…";
 }
 
 Table::Table(std::string name, std::vector<Column> columns)

@@ -25,6 +25,10 @@ struct Printing {
 
 // How many cells of a terminal the text takes.
 std::size_t display_width(std::string_view utf8);
+// The text with blanks for control characters.
+std::string printable(std::string_view utf8);
+// The text itself, or as much of its beginning as fits `width` cells with "…" behind it.
+std::string cut_to_width(std::string_view utf8, std::size_t width);
 
 class Table {
  public:
