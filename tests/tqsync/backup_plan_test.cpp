@@ -42,16 +42,6 @@ TEST(BackupPlan, CopiesLieInTheFolderOfABackup) {
   }
 }
 
-TEST(BackupPlan, WhatGoes) {
-  const std::vector<int> generations = {1, 2, 3, 1, 1, 2};
-  for (int keep = 1; keep <= 3; ++keep) {
-    const auto going = beyond(generations, keep);
-    const auto stay = std::ranges::count_if(generations, [&](int g) { return g <= keep; });
-    EXPECT_EQ(going.size() + static_cast<std::size_t>(stay), generations.size());
-    for (const std::size_t i : going) EXPECT_GT(generations[i], keep);
-  }
-}
-
 TEST(BackupPlan, PlacesBelowAFolderNeverMeet) {
   struct Case {
     const char* why;

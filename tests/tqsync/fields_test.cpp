@@ -91,23 +91,6 @@ TEST(FieldMap, ShippedFormatsFindTheirOwnHeadings) {
   }
 }
 
-TEST(FieldMap, KeysAreServedByWhatTheFileHas) {
-  tq::test::DefinitionHome home;
-  const FieldMap map({"住所", "メモ", "氏名", "メール"}, 0);
-  EXPECT_EQ(map.application(), 23);
-  EXPECT_EQ(map.application_type(), 5);
-  EXPECT_EQ(map.key_field(0), 5);
-  EXPECT_EQ(map.key_field(2), 35) << "an address line stands in for the postal code";
-  EXPECT_EQ(map.key_field(1), kNoField);
-  EXPECT_EQ(map.stand_in(3), 5);
-  EXPECT_EQ(map.column(35), 0u);
-  EXPECT_FALSE(map.column(31)) << "what stands in is another field";
-  ASSERT_EQ(map.added().size(), 1u);
-  EXPECT_EQ(map.added()[0].field, 244) << "the names of the mail addresses";
-  EXPECT_TRUE(map.added()[0].special);
-  EXPECT_EQ(map.search_table(242), "Mail");
-}
-
 TEST(Layout, FormsOfANameInTheOrderOfTheKeys) {
   tq::test::DefinitionHome home;
   // Thunderbird's records are matched by the parts of a name, those of an address book by the
