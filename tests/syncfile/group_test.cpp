@@ -1,7 +1,6 @@
 // One group in memory, through the class and through handles.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <cstring>
 #include <random>
 #include <string>
@@ -9,28 +8,34 @@
 
 #include "support/home.h"
 #include "support/records.h"
+#include "support/zeros.h"
 #include "tqutil/syncfile.h"
 
 namespace {
 
+using tq::test::expect_answers;
 using tq::test::Info;
 using tq::test::TestHome;
 
-void add(CSyncFileCtl& group, short place, const std::string& text) {
-  Info info;
-  std::strcpy(info.memberText, text.c_str());
-  ASSERT_EQ(group.AddSyncFileInfo(place, &info), 0);
-}
+struct SyncGroup : testing::Test {
+  SyncGroup() { group.Create(); }
+  void add(int place, const std::string& text) {
+    Info info;
+    std::strcpy(info.memberText, text.c_str());
+    ASSERT_EQ(group.AddSyncFileInfo(static_cast<short>(place), &info), 0);
+  }
+  std::vector<std::string> texts() {
+    std::vector<std::string> all;
+    Info info;
+    for (short i = 0; group.GetSyncFileInfo(i, &info) == 0; ++i) all.emplace_back(info.memberText);
+    return all;
+  }
 
-std::string member_text(CSyncFileCtl& group, short i) {
-  Info info;
-  return group.GetSyncFileInfo(i, &info) == 0 ? info.memberText : "?";
-}
-
-TEST(SyncGroup, HeaderFields) {
   TestHome home;
   CSyncFileCtl group;
-  group.Create();
+};
+
+TEST_F(SyncGroup, HeaderFields) {
   char buffer[TQ_TITLE_SIZE] = "previous";
   group.SetTitle("title");
   group.SetTitle(nullptr);
@@ -51,61 +56,43 @@ TEST(SyncGroup, HeaderFields) {
   EXPECT_EQ(group.GetSyncFlg(0), -5);
 }
 
-TEST(SyncGroup, AddingPutsAMemberBeforeAllButTheLast) {
-  TestHome home;
-  CSyncFileCtl group;
-  group.Create();
-  add(group, -1, "a");
-  add(group, 0, "b");  // count 1: 0 is not below count - 1, so it goes to the end
-  add(group, 1, "c");  // the last place: to the end again
-  add(group, 0, "d");
-  add(group, 99, "e");
-  std::string order;
-  for (short i = 0; i < group.GetSyncFileCnt(); ++i) order += member_text(group, i);
-  EXPECT_EQ(order, "dabce");
+TEST_F(SyncGroup, IdsAreGivenOutInTheOrderOfAdding) {
+  for (const int place : {-1, 0, 1, 0}) add(place, std::to_string(place));
   char id[TQ_FILE_ID_SIZE];
   EXPECT_EQ(group.GetSyncFileID(0, id), 0);
-  EXPECT_STREQ(id, "000003") << "ids are given out in the order of adding";
+  EXPECT_STREQ(id, "000003");
   EXPECT_EQ(group.GetSyncFilePos("000003"), 0);
   EXPECT_EQ(group.AddSyncFileInfo(-1, nullptr), 0) << "an empty member";
-  EXPECT_EQ(group.GetSyncFileID(5, id), 0);
+  EXPECT_EQ(group.GetSyncFileID(4, id), 0);
   EXPECT_STREQ(id, "");
   EXPECT_EQ(group.DeleteSyncFileInfo(0), 0);
-  add(group, -1, "f");
-  EXPECT_EQ(group.GetSyncFilePos("000003"), 5) << "the lowest free id is given out again";
+  add(-1, "f");
+  EXPECT_EQ(group.GetSyncFilePos("000003"), 4) << "the lowest free id is given out again";
 }
 
-TEST(SyncGroup, AgreesWithAVectorOverRandomSteps) {
-  TestHome home;
-  CSyncFileCtl group;
-  group.Create2();
+// Below the last place a member goes before the one that is there, else to the end.
+TEST_F(SyncGroup, AgreesWithAVectorOverRandomSteps) {
   std::vector<std::string> model;
   std::mt19937 random(11);
   for (int step = 0; step < 600; ++step) {
     const int count = static_cast<int>(model.size());
     const int place = static_cast<int>(random() % static_cast<unsigned>(count + 3)) - 1;
+    const bool there = place >= 0 && place < count;
     if (random() % 3 != 0) {
-      const std::string text = std::to_string(step);
-      add(group, static_cast<short>(place), text);
-      const int at = place >= 0 && place < count - 1 ? place : count;
-      model.insert(model.begin() + at, text);
+      add(place, std::to_string(step));
+      model.insert(model.begin() + (there && place < count - 1 ? place : count),
+                   std::to_string(step));
     } else {
-      const bool there = place >= 0 && place < count;
       ASSERT_EQ(group.DeleteSyncFileInfo(static_cast<short>(place)), there ? 0 : 1);
       if (there) model.erase(model.begin() + place);
     }
+    ASSERT_EQ(texts(), model);
     ASSERT_EQ(static_cast<std::size_t>(group.GetSyncFileCnt()), model.size());
-    for (std::size_t i = 0; i < model.size(); ++i) {
-      ASSERT_EQ(member_text(group, static_cast<short>(i)), model[i]);
-    }
   }
 }
 
-TEST(SyncGroup, MemberFieldsAndTheirLimits) {
-  TestHome home;
-  CSyncFileCtl group;
-  group.Create();
-  add(group, -1, "m");
+TEST_F(SyncGroup, MemberFieldsAndTheirLimits) {
+  add(-1, "m");
   Info info;
   info.appType = 1000;
   info.trFlg[7] = 3;
@@ -135,35 +122,26 @@ TEST(SyncGroup, MemberFieldsAndTheirLimits) {
   EXPECT_EQ(group.SetSyncFileFldFile(0, nullptr), -1);
 }
 
-TEST(SyncGroup, DeletingAMemberDeletesItsTemporaryFiles) {
-  TestHome home;
-  home.write("work\\keep.tmp", "");
-  home.write("work\\ab1.tmp", "");
-  home.write("work\\ab2.tmp", "");
-  home.write("work\\new.tmp", "");
+TEST_F(SyncGroup, DeletingAMemberDeletesItsTemporaryFiles) {
+  for (const char* name : {"keep", "ab1", "ab2", "new"}) {
+    home.write("work\\" + std::string(name) + ".tmp", "");
+  }
   home.make_folder("work\\ab3.tmp");
-  CSyncFileCtl group;
-  group.Create();
-  add(group, -1, "m");
+  add(-1, "m");
   Info info;
   std::strcpy(info.tmpFileO, home.at("work\\ab*.tmp").c_str());
   std::strcpy(info.tmpFileN, home.at("work\\new.tmp").c_str());
   group.SetSyncFileInfo(0, &info);
   EXPECT_EQ(group.DeleteSyncFileInfo(0), 0);
-  EXPECT_FALSE(home.exists("work\\ab1.tmp"));
-  EXPECT_FALSE(home.exists("work\\ab2.tmp"));
-  EXPECT_FALSE(home.exists("work\\new.tmp"));
+  EXPECT_EQ(home.contents().size(), 5U) << "folders, and keep.tmp";
   EXPECT_TRUE(home.exists("work\\ab3.tmp")) << "folders stay";
   EXPECT_TRUE(home.exists("work\\keep.tmp"));
 }
 
-TEST(SyncGroup, FieldFileCopiesAndPrivateNames) {
-  TestHome home;
+TEST_F(SyncGroup, FieldFileCopiesAndPrivateNames) {
   home.write("source.fld", "fields");
-  CSyncFileCtl group;
-  group.Create();
-  add(group, -1, "a");
-  add(group, -1, "b");
+  add(-1, "a");
+  add(-1, "b");
   ASSERT_EQ(group.Write(0), 0);
   EXPECT_EQ(group.AddSyncFileFldFile(9, "x"), 1);
   EXPECT_EQ(group.AddSyncFileFldFile(0, home.at("source.fld").c_str()), 0);
@@ -202,52 +180,16 @@ TEST(SyncHandles, SlotsAndDeadHandles) {
   EXPECT_EQ(CloseSyncFile(0), 1);
 
   for (const int32_t dead : {0, 1, 11, -1, 2000000000}) {
-    SCOPED_TRACE(dead);
-    Info info;
-    tq::test::Group grp;
-    short pos = 0;
-    char text[TQ_PATH_SIZE] = "";
-    EXPECT_EQ(ReadSyncFile(dead), -1);
-    EXPECT_EQ(GetSyncTrFlg(0, 0, dead), -1);
-    EXPECT_EQ(GetSyncFileSts(0, 0, dead), -1);
-    EXPECT_EQ(GetSyncFileSts2("", 0, dead), -1);
-    EXPECT_EQ(GetSyncFilePos("", dead), -1);
-    const short ones[] = {WriteSyncFile(0, dead),
-                          SetSyncReadMode(text, text, dead),
-                          ReSaveSyncRead2Normal("", "", "", dead),
-                          GetSyncFileCnt(dead),
-                          SetSyncType(1, dead),
-                          GetSyncType(dead),
-                          SetSyncTitle("", dead),
-                          GetSyncTitle(text, dead),
-                          SetSyncMemo("", dead),
-                          GetSyncMemo(text, dead),
-                          SetSyncFlg(0, 0, dead),
-                          GetSyncFlg(0, dead),
-                          GetSyncGrpID(text, dead),
-                          GetSyncGrpPath(text, dead),
-                          GetSyncFilePath(text, dead),
-                          SetSyncFileInfo(0, &info, dead),
-                          AddSyncFileInfo(0, &info, dead),
-                          GetSyncFileInfo(0, &info, dead),
-                          GetSyncFileID(0, text, dead),
-                          DeleteSyncFileInfo(0, dead),
-                          SetSyncTrFlg(0, 0, 0, dead),
-                          SetSyncFileSts(0, 0, 0, dead),
-                          AddSyncFileFldFile(0, "", dead),
-                          SetSyncFileFldFile(0, text, dead),
-                          GetSyncFileFldFile(0, text, dead),
-                          SetSyncFileTmpFileN(0, text, dead),
-                          GetSyncFileTmpFileN(0, text, dead),
-                          SetSyncFileTmpFileO(0, text, dead),
-                          GetSyncFileTmpFileO(0, text, dead),
-                          SetSyncFileSrchFile(0, text, dead),
-                          GetSyncFileSrchFile(0, text, dead),
-                          GetSyncCsvHeadPath(0, text, dead),
-                          GetSyncGrpNext(&pos, &grp, dead),
-                          GetSyncGrpInfo(0, &grp, dead),
-                          DeleteSyncGrpInfo(0, dead)};
-    EXPECT_TRUE(std::all_of(std::begin(ones), std::end(ones), [](short v) { return v == 1; }));
+    expect_answers(dead, -1, ReadSyncFile, GetSyncTrFlg, GetSyncFileSts, GetSyncFileSts2,
+                   GetSyncFilePos);
+    expect_answers(
+        dead, 1, WriteSyncFile, SetSyncReadMode, ReSaveSyncRead2Normal, GetSyncFileCnt, SetSyncType,
+        GetSyncType, SetSyncTitle, GetSyncTitle, SetSyncMemo, GetSyncMemo, SetSyncFlg, GetSyncFlg,
+        GetSyncGrpID, GetSyncGrpPath, GetSyncFilePath, SetSyncFileInfo, AddSyncFileInfo,
+        GetSyncFileInfo, GetSyncFileID, DeleteSyncFileInfo, SetSyncTrFlg, SetSyncFileSts,
+        AddSyncFileFldFile, SetSyncFileFldFile, GetSyncFileFldFile, SetSyncFileTmpFileN,
+        GetSyncFileTmpFileN, SetSyncFileTmpFileO, GetSyncFileTmpFileO, SetSyncFileSrchFile,
+        GetSyncFileSrchFile, GetSyncCsvHeadPath, GetSyncGrpNext, GetSyncGrpInfo, DeleteSyncGrpInfo);
   }
 }
 
@@ -256,17 +198,12 @@ TEST(SyncHandles, FlatFunctionsReachTheirMembers) {
   const int32_t handle = CreateSyncFile();
   char text[TQ_PATH_SIZE] = "";
   EXPECT_EQ(SetSyncType(5, handle), 0);
-  EXPECT_EQ(GetSyncType(handle), 5);
   EXPECT_EQ(SetSyncTitle("title", handle), 0);
   EXPECT_EQ(SetSyncMemo("memo", handle), 0);
-  Info info;
-  std::strcpy(info.memberText, "m");
-  EXPECT_EQ(AddSyncFileInfo(-1, &info, handle), 0);
+  EXPECT_EQ(AddSyncFileInfo(-1, nullptr, handle), 0);
   EXPECT_EQ(SetSyncTrFlg(0, 1, 4, handle), 0);
   EXPECT_EQ(SetSyncFileTmpFileO(0, text, handle), -1);
   EXPECT_EQ(WriteSyncFile(0, handle), 0);
-  EXPECT_EQ(GetSyncGrpID(text, handle), 0);
-  EXPECT_STREQ(text, "000");
   EXPECT_EQ(GetSyncFilePath(text, handle), 0);
   EXPECT_EQ(text, home.at("member\\000"));
   EXPECT_EQ(GetSyncGrpPath(text, handle), 0);
@@ -274,19 +211,17 @@ TEST(SyncHandles, FlatFunctionsReachTheirMembers) {
 
   const int32_t reading = OpenSyncFile(text, "rb");
   EXPECT_EQ(ReadSyncFile(reading), 1);
+  EXPECT_EQ(GetSyncType(reading), 5);
   EXPECT_EQ(GetSyncTrFlg(0, 1, reading), 4);
   EXPECT_EQ(WriteSyncFile(0, reading), 1) << "read-only";
   EXPECT_EQ(CloseSyncFile(reading), 0);
 
-  short count = -1;
+  short count = -1, pos = -1;
   const int32_t listing = GetSyncGrpInit(&count);
-  EXPECT_EQ(count, 1);
   tq::test::Group grp;
-  short pos = -1;
   EXPECT_EQ(GetSyncGrpNext(&pos, &grp, listing), 0);
   EXPECT_STREQ(grp.title, "title");
   EXPECT_EQ(grp.fileCnt, 1);
-  EXPECT_EQ(GetSyncGrpNext(&pos, &grp, listing), 1);
   EXPECT_EQ(DeleteSyncGrpInfo(pos, listing), 0);
   EXPECT_EQ(GetSyncGrpInfo(pos, &grp, listing), 1);
   EXPECT_EQ(GetSyncGrpClose(listing), 0);

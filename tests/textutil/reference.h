@@ -1,5 +1,5 @@
 // The text utilities once more, one character after the other and step by step, for comparison with
-// the fast code. They share its lists of characters and nothing else.
+// the fast code.
 #pragma once
 
 #include <algorithm>
@@ -7,13 +7,13 @@
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
-#include <map>
 #include <string>
 #include <string_view>
 
 #include "base/sjis.h"
 #include "base/sjis_literal.h"
-#include "textutil/width_tables.h"
+#include "textutil/width_rules.h"
+#include "tqutil/textutil.h"
 
 namespace tq::test {
 
@@ -24,187 +24,76 @@ inline std::string_view first_character(std::string_view text) {
   return text.substr(0, sjis::is_pair(text, 0) ? 2 : 1);
 }
 
-using Replacements = std::map<std::string, std::string, std::less<>>;
-
-inline void add_forms(const auto& lists, Replacements& all) {
-  for (const auto& list : lists) {
-    for (std::string_view from = list.from, to = list.to; !from.empty();) {
-      const std::string character(textutil::width_detail::take(from));
-      all[character] = textutil::width_detail::take(to);
-    }
-  }
+// The loop over characters, which the code that works on blocks must agree with.
+template <class Rule>
+std::string by_character(std::string_view text) {
+  const std::string whole(text);  // with a zero byte behind it
+  std::string out(2 * text.size() + textutil::kSlack, '\0');
+  const auto done = textutil::rewrite_by_character<Rule>(whole, text.size(), out.data());
+  return out.substr(0, static_cast<std::size_t>(done.out - out.data()));
 }
 
-inline const Replacements& half_forms() {
-  static const Replacements forms = [] {
-    Replacements all;
-    add_forms(textutil::kSymbolsToHalf, all);
-    add_forms(textutil::kLettersToHalf, all);
-    add_forms(textutil::kKatakanaToHalf, all);
-    return all;
-  }();
-  return forms;
+inline std::string reference_half(std::string_view text) {
+  return by_character<textutil::ToHalf>(text);
 }
-
-inline const Replacements& full_forms() {
-  static const Replacements forms = [] {
-    Replacements all;
-    add_forms(textutil::kToFull, all);
-    return all;
-  }();
-  return forms;
-}
-
-inline std::string replaced(std::string_view text, const Replacements& forms) {
-  std::string out;
-  while (!text.empty()) {
-    const std::string_view character = first_character(text);
-    const auto found = forms.find(character);
-    out += found == forms.end() ? character : std::string_view(found->second);
-    text.remove_prefix(character.size());
-  }
-  return out;
-}
-
-inline std::string reference_half(std::string_view text) { return replaced(text, half_forms()); }
-
 inline std::string reference_full(std::string_view text) {
-  const auto between = [](unsigned char byte, std::string_view first, std::string_view last) {
-    return byte >= textutil::index_of(first[0]) && byte <= textutil::index_of(last[0]);
-  };
-  std::string out;
-  for (std::size_t pos = 0; pos < text.size();) {
-    if (sjis::is_pair(text, pos)) {
-      out += text.substr(pos, 2);
-      pos += 2;
-      continue;
-    }
-    const auto byte = static_cast<unsigned char>(text[pos]);
-    const std::string_view next = text.substr(pos + 1, 1);
-    const bool voiced = next == "ﾞ"_sjis;
-    const bool semi_voiced = next == "ﾟ"_sjis;
-    const auto found = full_forms().find(text.substr(pos, 1));
-    ++pos;
-    if (found == full_forms().end()) {
-      out += static_cast<char>(byte);
-      continue;
-    }
-    std::string full = found->second;
-    const bool ha_row = between(byte, "ﾊ"_sjis, "ﾎ"_sjis);
-    if (voiced && between(byte, "ｳ"_sjis, "ｳ"_sjis)) full = "ヴ"_sjis;
-    if (voiced && (between(byte, "ｶ"_sjis, "ﾄ"_sjis) || ha_row)) full[1]++;
-    if (semi_voiced && ha_row) full[1] = static_cast<char>(full[1] + 2);
-    if (voiced || semi_voiced) ++pos;
-    out += full;
-  }
-  return out;
+  return by_character<textutil::ToFull>(text);
 }
-
 inline std::string reference_without_spaces(std::string_view text) {
-  return replaced(text, {{" ", ""}, {"　"_sjis, ""}});
+  return by_character<textutil::WithoutSpaces>(text);
 }
 
-inline std::string reference_without_bytes(std::string_view unwanted, std::string_view text) {
-  std::string out;
-  for (const char byte : text) {
-    if (unwanted.find(byte) == std::string_view::npos) out += byte;
+// Where a character stands in a list of two-byte characters, npos if it is not there.
+inline std::size_t place_in(std::string_view list, std::string_view character) {
+  for (std::size_t at = 0; at < list.size(); at += 2) {
+    if (list.substr(at, 2) == character) return at / 2;
   }
-  return out;
+  return std::string_view::npos;
 }
 
 // The state machine of the kanji numbers as a table of places and a flag.
-class ReferenceAddress {
- public:
-  std::string rewrite(std::string_view text) {
-    while (!text.empty()) {
-      const std::string character(first_character(text));
-      text.remove_prefix(character.size());
-      if (const auto digit =
-              value_of("〇零　一壱　二弐　三参　四　五　六　七　八　九"_sjis, character);
-          digit >= 0) {
-        take_digit(digit);
-      } else if (const auto unit = value_of("　十　百　千"_sjis, character); unit > 0) {
-        take_unit(kOnes - static_cast<std::size_t>(unit));
-      } else {
-        close(character);
-        if (character != " " && character != "　"_sjis) out_ += character;
-        continue;
-      }
-      raw_ += character;
-    }
-    if (!raw_.empty()) emit();
-    return out_;
-  }
-
- private:
-  static constexpr std::size_t kOnes = 30;
-
-  // How many ideographic spaces stand before a character in a list of groups, -1 if it is not
-  // there.
-  static int value_of(std::string_view groups, std::string_view character) {
-    if (character == "　"_sjis) return -1;
-    int value = 0;
-    for (; !groups.empty(); groups.remove_prefix(2)) {
-      if (groups.substr(0, 2) == character) return value;
-      if (groups.substr(0, 2) == "　"_sjis) ++value;
-    }
-    return -1;
-  }
-
-  void take_digit(int digit) {
-    if (unit_seen_ && places_[kOnes] != 0) {
-      emit();
-    } else if (!raw_.empty() && !unit_seen_) {
-      for (std::size_t place = 0; place < kOnes; ++place) places_[place] = places_[place + 1];
-    }
-    places_[kOnes] = digit;
-  }
-
-  void take_unit(std::size_t place) {
-    if (!raw_.empty() && places_[place] != 0) emit();
-    if (!raw_.empty() && places_[kOnes] != 0) {
-      places_[place] = places_[kOnes];
-      places_[kOnes] = 0;
-    } else {
-      places_[place] = 1;
-    }
-    unit_seen_ = true;
-  }
-
-  void close(std::string_view character) {
-    if (raw_.empty()) return;
-    bool ends = false;
-    for (std::string_view set = "条区丁番号階ＦFのノﾉ－-／/、，,・･（(　 "_sjis; !set.empty();) {
-      ends = ends || first_character(set) == character;
-      set.remove_prefix(first_character(set).size());
-    }
-    if (ends) {
-      emit();
-    } else {
-      out_ += raw_;
-    }
-    places_.fill(0);
-    raw_.clear();
-    unit_seen_ = false;
-  }
-
-  void emit() {
-    bool leading = true;
-    for (const int place : places_) {
-      leading = leading && place == 0;
-      if (!leading) (out_ += '\x82') += static_cast<char>(0x4F + place);
-    }
-    places_.fill(0);
-  }
-
-  std::string out_;
-  std::string raw_;
-  std::array<int, kOnes + 1> places_{};
-  bool unit_seen_ = false;
-};
-
 inline std::string reference_address(std::string_view text) {
-  return ReferenceAddress().rewrite(text);
+  constexpr std::size_t kOnes = 30;
+  std::array<std::size_t, kOnes + 1> places{};
+  std::string out, raw;
+  bool unit_seen = false;
+  const auto emit = [&] {
+    const auto* first = std::find_if(places.begin(), places.end(), [](auto n) { return n != 0; });
+    for (; first != places.end(); ++first) (out += '\x82') += static_cast<char>(0x4F + *first);
+    places.fill(0);
+  };
+  for (std::string_view character; !text.empty(); text.remove_prefix(character.size())) {
+    character = first_character(text);
+    const std::size_t digit = place_in("〇一二三四五六七八九零壱弐参"_sjis, character);
+    const std::size_t unit = place_in("一十百千"_sjis, character);
+    if (digit != std::string_view::npos) {
+      if (unit_seen && places[kOnes] != 0) emit();
+      if (!unit_seen) std::rotate(places.begin(), places.begin() + 1, places.end());
+      places[kOnes] = digit % 10;
+    } else if (unit != std::string_view::npos) {
+      if (places[kOnes - unit] != 0) emit();
+      places[kOnes - unit] = std::max<std::size_t>(places[kOnes], 1);
+      places[kOnes] = 0;
+      unit_seen = true;
+    } else {
+      const bool ends =
+          std::string_view("F -/,(ﾉ･"_sjis).find(character) != std::string_view::npos ||
+          place_in("条区丁番号階Ｆのノ－／、，・（　"_sjis, character) != std::string_view::npos;
+      if (ends) {
+        emit();
+      } else {
+        out += raw;
+      }
+      if (character != " " && character != "　"_sjis) out += character;
+      places.fill(0);
+      raw.clear();
+      unit_seen = false;
+      continue;
+    }
+    raw += character;
+  }
+  emit();
+  return out;
 }
 
 // Dates by way of the C library.
@@ -213,30 +102,12 @@ struct ReferenceDate {
   short year = 0, month = 0, day = 0;
 };
 
-inline std::string reference_date_half(std::string_view text) {
-  static const std::string_view kFull = "０１２３４５６７８９ＭＴＳＨｍｔｓｈ／－・．：；，　"_sjis;
-  static const std::string_view kHalf = "0123456789MTSHmtsh/-･.:;, "_sjis;
-  text = sjis::cut(text, 1000);
-  std::string out;
-  for (std::size_t pos = 0; pos < text.size(); ++pos) {
-    if (!sjis::is_lead(text[pos])) {
-      out += text[pos];
-      continue;
-    }
-    const std::string_view character = text.substr(pos++, 2);
-    if (!sjis::is_pair(character, 0)) continue;
-    std::size_t at = 0;
-    while (at < kHalf.size() && kFull.substr(2 * at, 2) != character) ++at;
-    out += at < kHalf.size() ? kHalf.substr(at, 1) : character;
-  }
-  return out;
-}
-
-inline ReferenceDate reference_date(std::string_view text, int era_out) {
+inline ReferenceDate reference_date(const std::string& text, int era_out) {
   static const std::string_view kNames[] = {"西暦"_sjis, "明治"_sjis, "大正"_sjis, "昭和"_sjis,
                                             "平成"_sjis};
   static const int kOffsets[] = {0, 1867, 1911, 1925, 1988};
-  const std::string half = reference_date_half(text);
+  std::string half(text.size() + 1, '\0');
+  half.resize(static_cast<std::size_t>(tqDateFormatZH(text.c_str(), half.data(), 0)));
   int era = 0;
   std::size_t skip = 0;
   for (int i = 0; i < 5; ++i) {

@@ -24,56 +24,33 @@ class Texts {
     const bool broken = below(2) == 0;
     std::string text;
     while (text.size() + 2 <= size) {
-      switch (below(broken ? 12 : 8)) {
-        case 0:
-          text += byte(0x20, 0x7E);
-          break;
-        case 1:
-          text += byte(0xA0, 0xDF);
-          break;
-        case 2:
-          text += pair(0x81, 0x83);
-          break;
-        case 3:
-          text += pair(0x81, 0x9F);
-          break;
-        case 4:
-          text += pair(0xE0, 0xFC);
-          break;
-        case 5:
-          text += one_of("ﾞﾟｳｶﾄﾅﾊﾎﾏ"_sjis, 1);
-          break;
-        case 6:
-          text += one_of("〇一二三九十百千零壱丁番号代の　／昭和平成大正明治西暦"_sjis, 2);
-          break;
-        case 7:
-          text += one_of("0123456789/-.:;, MTSHmtsh", 1);
-          break;
-        case 8:
-          text += byte(0x81, 0x9F);
-          break;  // a lead byte before anything
-        case 9:
-          text += byte(0xE0, 0xFC);
-          break;
-        case 10:
-          text += byte(0x01, 0x20);
-          break;
-        default:
-          text += byte(0x7F, 0xFF);
-          break;
-      }
+      const std::size_t kind = below(broken ? 12 : 8);
+      if (kind < 3) text += pair(kLeads[kind]);
+      if (kind >= 3 && kind < 6) text += one_of(kLists[kind - 3], kind == 3 ? 2 : 1);
+      if (kind >= 6) text += byte(kBytes[kind - 6]);
     }
     return text;
   }
 
  private:
-  char byte(unsigned first, unsigned last) {
-    return static_cast<char>(first + below(last - first + 1));
+  struct Range {
+    unsigned first, last;
+  };
+  static constexpr Range kLeads[] = {{0x81, 0x83}, {0x81, 0x9F}, {0xE0, 0xFC}};
+  static constexpr std::string_view kLists[] = {
+      "〇一二三九十百千零壱丁番号代の　／昭和平成大正明治西暦"_sjis, "ﾞﾟｳｶﾄﾅﾊﾎﾏ"_sjis,
+      "0123456789/-.:;, MTSHmtsh"};
+  // From the third on they break the text: lead bytes before anything, controls, unused bytes.
+  static constexpr Range kBytes[] = {{0x20, 0x7E}, {0xA0, 0xDF}, {0x81, 0x9F},
+                                     {0xE0, 0xFC}, {0x01, 0x20}, {0x7F, 0xFF}};
+
+  char byte(Range range) {
+    return static_cast<char>(range.first + below(range.last - range.first + 1));
   }
 
-  std::string pair(unsigned first, unsigned last) {
-    const char lead = byte(first, last);
-    const char trail = byte(0x40, 0xFC);
+  std::string pair(Range leads) {
+    const char lead = byte(leads);
+    const char trail = byte({0x40, 0xFC});
     return {lead, trail == 0x7F ? '\x80' : trail};
   }
 
