@@ -53,9 +53,13 @@ struct FileList {
   // Adds the field files of a folder. False: no memory. A folder that cannot be searched adds none.
   bool add_folder(FolderQuery query);
 
-  // Puts the files into the order of their names, of which the first `key` bytes count. False: no
-  // memory.
-  bool sort(std::size_t key = std::string_view::npos);
+  // Puts the files into the order of their names; mSort2 looks at the keys of list 1 only. False:
+  // no memory.
+  bool mSort() { return sort(std::string_view::npos); }
+  bool mSort2() { return sort(kSortKey); }
+
+ private:
+  bool sort(std::size_t key);
 };
 
 bool FileList::add_folder(FolderQuery query) {
@@ -123,8 +127,7 @@ short CCsvInfoCtl::GetCsvFldInfoInit1() {
   tq::FileList& list = state_->list1;
   list.clear();
   return tq::guarded([&] {
-    if (!list.add_folder(&tFLDCOM_API::FldComGetFldFolder1) || !list.sort(tq::kSortKey))
-      return false;
+    if (!list.add_folder(&tFLDCOM_API::FldComGetFldFolder1) || !list.mSort2()) return false;
     tq::mViewAj(list);
     return true;
   });
@@ -135,7 +138,7 @@ short CCsvInfoCtl::GetCsvFldInfoInit2() {
   list.clear();
   return tq::guarded([&] {
     return list.add_folder(&tFLDCOM_API::FldComGetFldFolder2a) &&
-           list.add_folder(&tFLDCOM_API::FldComGetFldFolder2b) && list.sort();
+           list.add_folder(&tFLDCOM_API::FldComGetFldFolder2b) && list.mSort();
   });
 }
 
@@ -143,7 +146,7 @@ short CCsvInfoCtl::GetCsvFldInfoInit3() {
   tq::FileList& list = state_->list3;
   list.clear();
   return tq::guarded(
-      [&] { return list.add_folder(&tFLDCOM_API::FldComGetFldFolder3) && list.sort(); });
+      [&] { return list.add_folder(&tFLDCOM_API::FldComGetFldFolder3) && list.mSort(); });
 }
 
 short CCsvInfoCtl::GetCsvFldInfoNext1(short* number, short* number2, char* name, char* path) {
