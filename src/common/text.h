@@ -3,22 +3,25 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <string>
 #include <string_view>
+#include <type_traits>
 
 namespace tq {
 
-// A C string as a view; null reads as empty.
-constexpr std::string_view view(const char* text) {
-  return text == nullptr ? std::string_view() : std::string_view(text);
-}
-
-// The text in a fixed array, up to its terminator or the array's end.
-template <std::size_t N>
-std::string_view view(const char (&array)[N]) {
-  std::size_t size = 0;
-  while (size < N && array[size] != '\0') ++size;
-  return {array, size};
+// A C string as a view; null reads as empty. A fixed array ends at its terminator or at its own
+// end, since records come from callers and files. (One template: an overload for pointers would
+// take arrays as well.)
+template <class Text>
+constexpr std::string_view view(const Text& text) {
+  if constexpr (std::is_array_v<Text>) {
+    const char* end = std::char_traits<char>::find(text, std::size(text), '\0');
+    return {text, end == nullptr ? std::size(text) : static_cast<std::size_t>(end - text)};
+  } else {
+    const char* start = text;
+    return start == nullptr ? std::string_view() : std::string_view(start);
+  }
 }
 
 // Copies as much of `text` as fits into `size` bytes with the terminator, cut at a character

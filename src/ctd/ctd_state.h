@@ -16,7 +16,8 @@
 namespace tq {
 
 // A text of the record table; null reads as empty.
-inline std::string_view text_of(const tSYNC_FLDTBL& field) { return view(field.text); }
+// (By value: nothing refers to a member of a packed record.)
+inline std::string_view text_of(const tSYNC_FLDTBL& field) { return view(+field.text); }
 
 // A length as the getters give it.
 short length(std::string_view text);

@@ -130,7 +130,7 @@ class Joining {
     for (tSYNC_FLDTBL& field : fields_) {
       if (field.fldId != id) continue;
       if (mark_ >= 0) field.used = mark_;
-      return view(field.text);
+      return view(+field.text);
     }
     return {};
   }

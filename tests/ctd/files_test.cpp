@@ -147,6 +147,10 @@ TEST(RecordTables, WhoOwnsWhat) {
   table.give_to(ctd);
   EXPECT_EQ(ctd.ReadCtdFile(), 1) << "there is no file";
   EXPECT_EQ(ctd.GetCtdRecCnt(), 2) << "the caller's table stays";
+  std::string(TQ_CTD_TITLE_SIZE, 't').copy(table.record(1).title, TQ_CTD_TITLE_SIZE);
+  table.record(1).cap = 0x74747474;
+  EXPECT_EQ(ctd.GetCtdRecTitleSize(1), TQ_CTD_TITLE_SIZE) << "no terminator: the array's end";
+  std::string("second\0", 7).copy(table.record(1).title, TQ_CTD_TITLE_SIZE);
   ASSERT_EQ(ctd.WriteCtdFile(), 0);
   ASSERT_EQ(ctd.ReadCtdFile(), 0);
   int32_t records = 0;
