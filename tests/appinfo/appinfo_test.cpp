@@ -6,6 +6,7 @@
 #include <string>
 
 #include "base/sjis_literal.h"
+#include "siblings/siblings.h"
 #include "support/definitions.h"
 
 namespace {
@@ -82,16 +83,13 @@ TEST(AppInfo, ReadOnceUntilReleased) {
 TEST(AppInfo, TheSiblingsTableCarriesNames) {
   Registry home;
   home.read("住所録:1000,1000\nB:2,3\n"_sjis);
-  tTQ_SIBLINGS now{};
-  now.size = sizeof now;
-  ASSERT_EQ(tqGetSiblings(&now), 0);
   int32_t count = -1;
-  const tFLDCOM_APPREC* table = now.fldcom->FldComGetAppInfoTable(nullptr, &count);
+  const tFLDCOM_APPREC* table = tq::fldcom().FldComGetAppInfoTable(nullptr, &count);
   ASSERT_EQ(count, 2);
   EXPECT_STREQ(table[0].name, "住所録"_sjis);
   EXPECT_EQ(table[0].appNo, 1000);
   home.write("tqutil.ini", "[folders]\nprogram=nowhere\n");
-  EXPECT_EQ(now.fldcom->FldComGetAppInfoTable(nullptr, &count), nullptr);
+  EXPECT_EQ(tq::fldcom().FldComGetAppInfoTable(nullptr, &count), nullptr);
   EXPECT_EQ(count, 0);
   EXPECT_EQ(GetAppType(1000), 0);
   EXPECT_FALSE(home.exists("nowhere")) << "asking makes no folder";

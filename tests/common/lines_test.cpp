@@ -64,12 +64,4 @@ TEST(LineReader, LongFilesComeWholeWhateverTheReadSizes) {
   EXPECT_EQ(lines_of(folder, 4000, false), expected);
 }
 
-TEST(LineReader, AMissingFileSaysSo) {
-  tq::test::TestFolder folder;
-  tq::LineReader reader;
-  EXPECT_EQ(reader.open(folder.at("none")).code(), tq::Code::kNotFound);
-  std::string_view line;
-  EXPECT_FALSE(reader.next(line));
-}
-
 }  // namespace

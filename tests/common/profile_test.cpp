@@ -16,14 +16,18 @@ TEST(Profile, ReadsAsThePlatformsOwnReaderDoes) {
                "quoted=\"  kept  \"\r\nnumber=-9x\r\nempty=\r\nkey=second\r\n");
   tq::Profile profile;
   ASSERT_TRUE(profile.load(folder.at("f.ini")).ok());
-  EXPECT_EQ(profile.text("MAIN", "KEY", "none"), "value one")
-      << "names ignore case, the first one counts";
-  EXPECT_EQ(profile.text("main", "quoted", "none"), "  kept  ");
-  EXPECT_EQ(profile.text("main", "missing", "none"), "none");
-  EXPECT_EQ(profile.text("main", "empty", "none"), "");
-  EXPECT_EQ(profile.text("nowhere", "key", "none"), "none");
-  EXPECT_EQ(profile.text("main", "stray", "none"), "none")
-      << "lines before any section belong to none";
+  struct Case {
+    const char *why, *section, *key, *value;
+  };
+  const Case cases[] = {
+      {"names ignore case, the first one counts", "MAIN", "KEY", "value one"},
+      {"quotes keep spaces", "main", "quoted", "  kept  "},
+      {"no such key", "main", "missing", "none"},
+      {"an empty one", "main", "empty", ""},
+      {"no such section", "nowhere", "key", "none"},
+      {"lines before any section belong to none", "main", "stray", "none"},
+  };
+  for (const Case& c : cases) EXPECT_EQ(profile.text(c.section, c.key, "none"), c.value) << c.why;
   EXPECT_EQ(profile.number("main", "number", 5), -9);
   EXPECT_EQ(profile.number("main", "missing", 5), 5);
   EXPECT_EQ(profile.number("main", "empty", 5), 0);

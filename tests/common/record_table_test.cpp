@@ -48,17 +48,6 @@ TEST(RecordTable, GrowsByTheRule) {
   EXPECT_TRUE(table.empty());
 }
 
-TEST(RecordTable, ReleasesItsBlocks) {
-  const std::int32_t before = tq::live_tables();
-  {
-    Table table;
-    for (int i = 0; i < 500; ++i) ASSERT_TRUE(table.append({i, 0}));
-    Table moved(std::move(table));
-    EXPECT_EQ(tq::live_tables(), before + 1);
-  }
-  EXPECT_EQ(tq::live_tables(), before);
-}
-
 TEST(RecordTable, StopsWhereTheCapacityWordEnds) {
   Table table;
   int added = 0;
@@ -73,26 +62,15 @@ TEST(RecordTable, AgreesWithAVectorThroughEveryMove) {
   Table table;
   std::vector<int> model;
   for (int step = 0; step < 4000; ++step) {
-    const auto place = model.empty() ? 0 : random() % (model.size() + 1);
-    const auto at = static_cast<std::ptrdiff_t>(place);
-    switch (random() % 5) {
-      case 0:
-      case 1:
-        ASSERT_TRUE(table.insert(place, {step, 99}));
-        model.insert(model.begin() + at, step);
-        break;
-      case 2:
-        ASSERT_EQ(table.erase(place), place < model.size());
-        if (place < model.size()) model.erase(model.begin() + at);
-        break;
-      case 3:
-        ASSERT_TRUE(table.insert(0, {step, 99}));
-        model.insert(model.begin(), step);
-        break;
-      default:
-        ASSERT_EQ(table.erase(0), !model.empty());
-        if (!model.empty()) model.erase(model.begin());
-        break;
+    // Often the first place, where the capacity word is.
+    const std::size_t place = random() % 2 == 0 ? 0 : random() % (model.size() + 1);
+    const auto at = model.begin() + static_cast<std::ptrdiff_t>(place);
+    if (random() % 5 < 3) {
+      ASSERT_TRUE(table.insert(place, {step, 99}));
+      model.insert(at, step);
+    } else {
+      ASSERT_EQ(table.erase(place), place < model.size());
+      if (place < model.size()) model.erase(at);
     }
     ASSERT_EQ(values(table), model);
     ASSERT_TRUE(table.empty() || table.capacity() > table.size());

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <map>
 #include <string>
 #include <vector>
 
@@ -38,24 +39,18 @@ TEST(CopyText, NeverPassesTheBufferAndNeverHalvesACharacter) {
 }
 
 TEST(Decimal, TakesWhatStandsInFront) {
-  struct Case {
-    const char* text;
-    int value;
-  };
-  const Case cases[] = {
-      {"", 0},
-      {"12x", 12},
-      {"x12", 0},
-      {" \t-7", -7},
-      {"+3", 3},
-      {"- 3", 0},
-      {"--3", 0},
-      {"007", 7},
-      {"2147483647", 2147483647},
-      {"99999999999999999999", 2147483647},
-      {"-99999999999999999999", -2147483647 - 1},
-  };
-  for (const Case& c : cases) EXPECT_EQ(tq::decimal(c.text), c.value) << c.text;
+  const std::map<const char*, int> cases = {{"", 0},
+                                            {"12x", 12},
+                                            {"x12", 0},
+                                            {" \t-7", -7},
+                                            {"+3", 3},
+                                            {"- 3", 0},
+                                            {"--3", 0},
+                                            {"007", 7},
+                                            {"2147483647", 2147483647},
+                                            {"99999999999999999999", 2147483647},
+                                            {"-99999999999999999999", -2147483647 - 1}};
+  for (const auto& [text, value] : cases) EXPECT_EQ(tq::decimal(text), value) << text;
   EXPECT_EQ(tq::decimal16("65537"), 1) << "the low 16 bits, as a 16-bit field takes them";
 }
 

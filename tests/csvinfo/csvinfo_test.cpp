@@ -8,6 +8,7 @@
 
 #include "base/sjis_literal.h"
 #include "support/definitions.h"
+#include "support/zeros.h"
 
 namespace {
 
@@ -32,41 +33,21 @@ struct Folders : DefinitionHome {
   }
 };
 
-struct Entry {
-  short number, number2;
-  std::string name, path;
-};
-
-std::vector<Entry> walk1(int32_t list) {
-  std::vector<Entry> entries;
-  Entry entry{};
-  char name[TQ_PATH_SIZE];
-  char path[TQ_PATH_SIZE];
-  while (GetCsvFldInfoNext1(&entry.number, &entry.number2, name, path, list) == 0) {
-    entry.name = name;
-    entry.path = path;
-    entries.push_back(entry);
-  }
-  return entries;
-}
-
 TEST(CsvInfo, List1SortsByKeyAndShowsWhatFollows) {
   Folders home;
   const int32_t list = GetCsvFldInfoInit1();
   ASSERT_NE(list, 0);
-  const std::vector<Entry> entries = walk1(list);
-  ASSERT_EQ(entries.size(), 4U);
-  EXPECT_EQ(entries[0].name, "first") << "the key decides, whatever follows it";
-  EXPECT_EQ(entries[1].name, "") << "seven characters and no more";
-  EXPECT_EQ(entries[2].name, "third.one") << "the last dot begins the extension";
-  EXPECT_EQ(entries[3].name, "second");
-  EXPECT_EQ(entries[3].path, home.at("fields\\1\\B00102-second.FLD"));
-  EXPECT_EQ(entries[3].number2, 2);
-
-  char name[TQ_PATH_SIZE] = "before";
-  char path[TQ_PATH_SIZE] = "before";
-  EXPECT_EQ(GetCsvFldInfo1(entries[3].number, name, path, list), 0) << "the walk is at its end";
-  EXPECT_EQ(path, entries[3].path);
+  char name[TQ_PATH_SIZE], path[TQ_PATH_SIZE];
+  short number = 0, number2 = 0;
+  std::vector<std::string> names;
+  while (GetCsvFldInfoNext1(&number, &number2, name, path, list) == 0) names.emplace_back(name);
+  EXPECT_EQ(names, (std::vector<std::string>{"first", "", "third.one", "second"}))
+      << "sorted by the key, seven characters and no more; the last dot begins the extension";
+  EXPECT_EQ(path, home.at("fields\\1\\B00102-second.FLD"));
+  EXPECT_EQ(number2, 2);
+  const std::string last = path;
+  EXPECT_EQ(GetCsvFldInfo1(number, name, path, list), 0) << "the walk is at its end";
+  EXPECT_EQ(path, last);
   EXPECT_STREQ(name, "second");
   EXPECT_EQ(GetCsvFldInfo1(12345, name, path, list), 1);
   EXPECT_STREQ(name, "");
@@ -128,10 +109,8 @@ TEST(CsvInfo, HandlesAndMissingFolders) {
   EXPECT_EQ(GetCsvFldInfoEnd(two), 0);
   EXPECT_EQ(GetCsvFldInfoEnd(0), 1);
   for (const int32_t dead : {0, 1, 99}) {
-    EXPECT_EQ(GetCsvFldInfoNext1(nullptr, nullptr, nullptr, nullptr, dead), -1);
-    EXPECT_EQ(GetCsvFldInfoNext2(nullptr, nullptr, nullptr, dead), -1);
-    EXPECT_EQ(GetCsvFldInfoNext3(nullptr, nullptr, nullptr, dead), -1);
-    EXPECT_EQ(GetCsvFldInfo1(1, nullptr, nullptr, dead), -1);
+    tq::test::expect_answers(dead, -1, GetCsvFldInfoNext1, GetCsvFldInfoNext2, GetCsvFldInfoNext3,
+                             GetCsvFldInfo1);
   }
   EXPECT_FALSE(home.exists("none")) << "asking makes no folder";
 }

@@ -9,9 +9,10 @@
 #include "base/sjis_literal.h"
 #include "history/categories.h"
 #include "platform/fault.h"
+#include "siblings/siblings.h"
 #include "support/home.h"
+#include "support/own_siblings.h"
 #include "tqutil/history.h"
-#include "tqutil/siblings.h"
 
 namespace {
 
@@ -24,20 +25,13 @@ using Lines = std::vector<std::string>;
 
 constexpr short kRun = -1;
 
-const tTQ_SIBLINGS& siblings() {
-  static tTQ_SIBLINGS now{};
-  now.size = sizeof now;
-  tqGetSiblings(&now);
-  return now;
-}
-
 // As the application's record layer does while a phase runs.
 short record(int32_t number, const std::string& name, const std::string& detail = "d") {
   tHSTYTMP_REC record{};
   record.recordNo = number;
   name.copy(record.name, sizeof record.name);
   detail.copy(record.detail, sizeof record.detail);
-  return siblings().hstytmp->HstyTmpWrite(siblings().hstytmp->context, &record);
+  return tq::hstytmp().HstyTmpWrite(tq::hstytmp().context, &record);
 }
 
 // By value: the field is not aligned.
@@ -102,14 +96,11 @@ void TQ_CALL note(void* context, const char* what, int value) {
 TEST(Phases, WhatTheStoreIsTold) {
   TestHome home;
   Asked asked;
-  tFLDCOM_API fldcom{};
-  fldcom.size = sizeof fldcom;
-  fldcom.context = &asked;
+  tq::test::OwnSiblings own(&asked);
+  tFLDCOM_API& fldcom = own.fldcom;
+  tHSTYTMP_API& store = own.hstytmp;
   fldcom.FldComSetHistoryNo = [](void* context, uint16_t n) { note(context, "no ", n); };
   fldcom.FldComSetHistoryAppId = [](void* context, uint16_t n) { note(context, "app ", n); };
-  tHSTYTMP_API store{};
-  store.size = sizeof store;
-  store.context = &asked;
   store.HstyTmpDelete = [](void* context) { note(context, "delete", 0); };
   store.HstyTmpTerm = [](void* context) { note(context, "term", 0); };
   store.HstyTmpExists = [](void* context) {
@@ -121,8 +112,7 @@ TEST(Phases, WhatTheStoreIsTold) {
     return static_cast<short>(static_cast<Asked*>(context)->records-- > 0 ? 0 : 1);
   };
   store.HstyTmpWrite = [](void*, const tHSTYTMP_REC*) { return short{0}; };
-  tTQ_SIBLINGS all{sizeof all, &fldcom, nullptr, nullptr, &store, nullptr, nullptr};
-  ASSERT_EQ(tqSetSiblings(&all), 0);
+  own.install();
   {
     CHistoryCtl history;
     history.CreateHistory(3);
@@ -172,32 +162,23 @@ TEST(Phases, WhatTheStoreIsTold) {
     EXPECT_EQ(history.HstyGetMst(), 0);
     EXPECT_EQ(asked.calls, "term0 read 0 read 0 ");
   }
-  tqSetSiblings(nullptr);
 }
 
 TEST(BuiltInStore, KeepsRecordsByNumberInOrder) {
   TestHome home;
-  const tTQ_SIBLINGS& now = siblings();
-  const auto set_number = [&](int number) {
-    now.fldcom->FldComSetHistoryNo(now.fldcom->context, static_cast<uint16_t>(number));
-  };
-  const tHSTYTMP_API& store = *now.hstytmp;
+  const tHSTYTMP_API& store = tq::hstytmp();
   store.HstyTmpDelete(store.context);
   EXPECT_EQ(store.HstyTmpExists(store.context), 0);
-  constexpr int kRecords = 1000;
-  for (int i = 0; i < kRecords; ++i) {
-    set_number(i % 3);
+  for (int i = 0; i < 1000; ++i) {
+    tq::fldcom().FldComSetHistoryNo(tq::fldcom().context, static_cast<uint16_t>(i % 3));
     ASSERT_EQ(record(i, std::string(300, 'a')), 0);
   }
   store.HstyTmpTerm(store.context);
   EXPECT_NE(store.HstyTmpExists(store.context), 0);
   tHSTYTMP_REC got{};
-  for (int i = 0; i < 6; i += 3) {
-    ASSERT_EQ(store.HstyTmpRead(store.context, &got, 0), 0);
-    EXPECT_EQ(number_of(got), i);
-  }
+  ASSERT_EQ(store.HstyTmpRead(store.context, &got, 0), 0);
   EXPECT_EQ(std::string(got.name, sizeof got.name), std::string(256, 'a'));
-  for (int i = 2; i < kRecords; i += 3) {
+  for (int i = 2; i < 1000; i += 3) {
     ASSERT_EQ(store.HstyTmpRead(store.context, &got, 2), 0);
     ASSERT_EQ(number_of(got), i);
   }
@@ -218,7 +199,7 @@ TEST(BuiltInStore, EveryFailureLeavesWholeRecords) {
     SCOPED_TRACE(nth);
     TestHome home;
     const int handles = fault::open_handles();
-    const tHSTYTMP_API& store = *siblings().hstytmp;
+    const tHSTYTMP_API& store = tq::hstytmp();
     const fault::FailNth failing(nth);
     store.HstyTmpDelete(store.context);
     bool kept = true;

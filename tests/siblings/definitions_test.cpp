@@ -7,7 +7,6 @@
 #include <vector>
 
 #include "base/sjis_literal.h"
-#include "common/table_memory.h"
 #include "siblings/siblings.h"
 #include "support/definitions.h"
 #include "tqutil/host.h"
@@ -195,17 +194,6 @@ TEST(FieldDefinitions, KeptUntilForgottenAndSoughtWhileMissing) {
   EXPECT_EQ(api.RecDbGetMstFldInfoCnt(api.context), 1);
   home.read_again();
   EXPECT_EQ(api.RecDbGetMstFldInfoCnt(api.context), 2);
-}
-
-TEST(FieldDefinitions, DataIsAllocatedAndReleasedTogether) {
-  const tRECDB_API& api = tq::recdb();
-  const std::int32_t before = tq::live_tables();
-  void* data = api.RecDbAllocData(api.context, 100);
-  ASSERT_NE(data, nullptr);
-  EXPECT_EQ(std::string(static_cast<char*>(data), 100), std::string(100, '\0'));
-  api.RecDbFreeData(api.context, data);
-  api.RecDbFreeData(api.context, nullptr);
-  EXPECT_EQ(tq::live_tables(), before);
 }
 
 }  // namespace

@@ -9,6 +9,7 @@
 
 #include "base/sjis_literal.h"
 #include "support/home.h"
+#include "support/own_siblings.h"
 #include "tqutil/host.h"
 #include "tqutil/syncfile.h"
 
@@ -55,16 +56,12 @@ void TQ_CALL my_work_folder(void* context, char* out) {
 TEST(Siblings, AnApplicationsEntriesReplaceTheDefaults) {
   TestHome home;
   std::string mine = home.at("mine");
-  tFLDCOM_API fldcom{};
-  fldcom.size = sizeof fldcom;
-  fldcom.context = mine.data();
+  tq::test::OwnSiblings own(mine.data());
+  tFLDCOM_API& fldcom = own.fldcom;
   fldcom.FldComGetWorkFolder = my_work_folder;
   // One entry of a set that only works as a whole: the default set stays.
   fldcom.FldComFldFileClose = [](void*, void*) { ADD_FAILURE(); };
-  tTQ_SIBLINGS all{};
-  all.size = sizeof all;
-  all.fldcom = &fldcom;
-  ASSERT_EQ(tqSetSiblings(&all), 0);
+  own.install();
   EXPECT_EQ(folder(TQ_FOLDER_WORK), mine + "\\") << "a missing backslash is added";
   EXPECT_EQ(folder(TQ_FOLDER_GROUP), home.at("group\\")) << "null keeps the default";
   tTQ_SIBLINGS now{};
@@ -75,13 +72,11 @@ TEST(Siblings, AnApplicationsEntriesReplaceTheDefaults) {
 
   // An application compiled before FldComGetWorkFolder existed.
   fldcom.size = offsetof(tFLDCOM_API, FldComGetWorkFolder);
-  ASSERT_EQ(tqSetSiblings(&all), 0);
+  own.install();
   EXPECT_EQ(folder(TQ_FOLDER_WORK), home.at("work\\"));
 
-  ASSERT_EQ(tqSetSiblings(nullptr), 0);
-  EXPECT_EQ(folder(TQ_FOLDER_WORK), home.at("work\\"));
-  all.size = 4;
-  EXPECT_EQ(tqSetSiblings(&all), 1);
+  now.size = 4;
+  EXPECT_EQ(tqSetSiblings(&now), 1);
 }
 
 TEST(HostTexts, BothWaysWithMeasuresAndFaults) {

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "tqutil/siblings.h"
+#include "support/own_siblings.h"
 
 namespace tq::test {
 
@@ -28,9 +28,6 @@ struct FakeRecord {
 class FakeDatabase {
  public:
   FakeDatabase();
-  ~FakeDatabase() { tqSetSiblings(nullptr); }
-  FakeDatabase(const FakeDatabase&) = delete;
-  FakeDatabase& operator=(const FakeDatabase&) = delete;
 
   const FakeField* find(short fldId) const {
     for (const FakeField& field : fields) {
@@ -63,6 +60,8 @@ class FakeDatabase {
     delete static_cast<Reader*>(file);
   }
   static short has(void* context, short appNo, short master, short fldId, short side, void* file);
+
+  OwnSiblings siblings_{this};
 };
 
 inline short FakeDatabase::has(void* context, short appNo, short master, short fldId, short side,
@@ -76,9 +75,7 @@ inline short FakeDatabase::has(void* context, short appNo, short master, short f
 }
 
 inline FakeDatabase::FakeDatabase() {
-  tFLDCOM_API fldcom{};
-  fldcom.size = sizeof fldcom;
-  fldcom.context = this;
+  tFLDCOM_API& fldcom = siblings_.fldcom;
   fldcom.FldComFldDataInInit = open_file;
   fldcom.FldComIsFldDataIn = has;
   fldcom.FldComFldDataInEnd = close_file;
@@ -94,9 +91,7 @@ inline FakeDatabase::FakeDatabase() {
   };
   fldcom.FldComFldFileClose = close_file;
 
-  tRECDB_API recdb{};
-  recdb.size = sizeof recdb;
-  recdb.context = this;
+  tRECDB_API& recdb = siblings_.recdb;
   recdb.RecDbGetMstFldInfoCnt = [](void* context) {
     return static_cast<int32_t>(self(context).fields.size());
   };
@@ -124,11 +119,7 @@ inline FakeDatabase::FakeDatabase() {
     return field == nullptr ? short{0} : field->second;
   };
 
-  tTQ_SIBLINGS all{};
-  all.size = sizeof all;
-  all.fldcom = &fldcom;
-  all.recdb = &recdb;
-  tqSetSiblings(&all);
+  siblings_.install();
 }
 
 }  // namespace tq::test

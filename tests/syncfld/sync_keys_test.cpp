@@ -7,6 +7,7 @@
 
 #include "common/table_memory.h"
 #include "support/definitions.h"
+#include "support/own_siblings.h"
 #include "tqutil/syncfld.h"
 
 namespace {
@@ -87,18 +88,12 @@ TEST(SyncKeyFile, Files) {
 
 TEST(SyncKeyFile, RoomOfTheArrays) {
   DefinitionHome home;
-  std::string line = "A:5:1";
-  const auto room = [&](int pairs) {
-    std::string file = "H:3\n" + line;
-    for (int i = 0; i < pairs; ++i) file += "," + std::to_string(i) + ":x";
+  std::string file = "H:3\nA:5:1";
+  for (int pairs = 0; pairs <= 25; ++pairs, file += ",1:x") {
     EXPECT_EQ(read_keys(home, file), 0);
     EXPECT_EQ(CSyncFldCtl::s_appTbl[0].itemCnt, pairs);
-    return CSyncFldCtl::s_appTbl[0].items[0].cap;
-  };
-  EXPECT_EQ(room(0), 20);
-  EXPECT_EQ(room(19), 20);
-  EXPECT_EQ(room(20), 40);
-  EXPECT_EQ(room(25), 40);
+    EXPECT_EQ(CSyncFldCtl::s_appTbl[0].items[0].cap, pairs < 20 ? 20 : 40);
+  }
   EXPECT_EQ(CSyncFldCtl::s_appTbl[0].cap, 3) << "as announced";
   EXPECT_EQ(CSyncFldCtl::s_appTbl[0].items[1].cap, 0);
 }
@@ -130,19 +125,14 @@ TEST(SyncKeyFile, ReleasedWholeAndReadAgainWithTheFolder) {
 
   home.write("mine\\SYNCKEY.DAT", "H:1\nA:5:1,1:x\n");
   std::string folder = home.at("mine");
-  tFLDCOM_API fldcom{};
-  fldcom.size = sizeof fldcom;
-  fldcom.context = folder.data();
-  fldcom.FldComGetDefFolder = [](void* context, char* out) {
+  tq::test::OwnSiblings own(folder.data());
+  own.fldcom.FldComGetDefFolder = [](void* context, char* out) {
     std::strcpy(out, static_cast<const char*>(context));
   };
-  tTQ_SIBLINGS all{};
-  all.size = sizeof all;
-  all.fldcom = &fldcom;
-  ASSERT_EQ(tqSetSiblings(&all), 0);
+  own.install();
   EXPECT_EQ(loaded(), "5:1(1)");
   home.remove("mine");
-  ASSERT_EQ(tqSetSiblings(&all), 0);
+  own.install();
   EXPECT_EQ(loaded(), "none");
   EXPECT_EQ(CSyncFldCtl::ReadSyncKeyFile(), 1);
   EXPECT_FALSE(home.exists("mine"));

@@ -5,8 +5,8 @@
 #include <string>
 
 #include "base/sjis_literal.h"
-#include "siblings/siblings.h"
 #include "support/home.h"
+#include "support/own_siblings.h"
 #include "tqutil/ui.h"
 
 namespace {
@@ -34,14 +34,9 @@ TEST(SetupNotice, WordsOfEachOperation) {
   tq::test::TestHome home;
   home.write("tqutil.ini", std::string("[texts]\ncaption=") + "住所録Ｘ"_sjis + "\n");
   Shown shown;
-  tDIALOG_API dialogs{};
-  dialogs.size = sizeof dialogs;
-  dialogs.context = &shown;
-  dialogs.DlgSetupNotice = take_notice;
-  tTQ_SIBLINGS all{};
-  all.size = sizeof all;
-  all.dialog = &dialogs;
-  ASSERT_EQ(tqSetSiblings(&all), 0);
+  tq::test::OwnSiblings own(&shown);
+  own.dialog.DlgSetupNotice = take_notice;
+  own.install();
 
   struct Case {
     short mode;
@@ -78,7 +73,6 @@ TEST(SetupNotice, WordsOfEachOperation) {
   EXPECT_EQ(tqOutlookSpInfoDlg(5), 1) << "no words, no warning, no go";
   EXPECT_EQ(tqOutlookSpInfoDlg(-1), 1);
   EXPECT_EQ(shown.times, 5);
-  tqSetSiblings(nullptr);
 }
 
 }  // namespace
