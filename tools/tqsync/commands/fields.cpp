@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <iostream>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -12,7 +11,7 @@
 #include "files/address_file.h"
 #include "library/applications.h"
 #include "library/field_map.h"
-#include "terminal/console.h"
+#include "terminal/table.h"
 
 namespace tqsync {
 namespace {
@@ -151,8 +150,8 @@ void fields(const Flags& flags, Output output) {
         "by their places.");
   }
   if (output == Output::kPeople) {
-    std::cout << shown.name << ": " << map.format()->title << " (application " << map.application()
-              << ", type " << map.application_type() << ")\n";
+    std::cout << shown.name << ": " << printable(map.format()->title) << " (application "
+              << map.application() << ", type " << map.application_type() << ")\n";
     if (map.by_place())
       std::cout << "No heading is known; the columns are taken by their places.\n";
   }

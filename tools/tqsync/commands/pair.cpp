@@ -71,7 +71,7 @@ std::vector<std::string> distinct_names(const std::vector<Member>& members) {
 void print_warnings(const AddressFile& file) {
   constexpr std::size_t kMost = 10;
   for (std::size_t i = 0; i < std::min(file.warnings.size(), kMost); ++i) {
-    std::cerr << "tqsync: warning: " << file.warnings[i] << '\n';
+    std::cerr << "tqsync: warning: " << printable(file.warnings[i]) << '\n';
   }
   if (file.warnings.size() > kMost) {
     std::cerr << "tqsync: warning: " << file.name << ": " << file.warnings.size() - kMost
