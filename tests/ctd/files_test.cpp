@@ -93,7 +93,6 @@ TEST(CandidateFile, ReadsAnyContentWithoutHarm) {
   const std::string record = "title\n1\ndescription\nvalue\n";
   const Case cases[] = {
       {"empty file", "", 0, 0, "failed", "failed"},
-      {"cut in the names", "t\n3\na\n", 0, 3, "failed", "failed"},
       {"no fields: one line is a name all the same", "t\n0\nname\n1\nx\n2\ny\n", 1, 0, "failed",
        "failed"},
       {"a record cut short is there", "t\n1\na\n2\n" + record + "second\n", 2, 1, "value", ""},

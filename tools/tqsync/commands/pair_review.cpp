@@ -165,7 +165,19 @@ class Review {
     return records;
   }
 
+  // Whether anything can come of a group, so that it is worth laying out.
+  bool may_be_decided(std::size_t number) const {
+    const auto& records = groups_[number];
+    if (std::ranges::any_of(records, [&](RecordRef ref) { return prepared_.find(ref) != nullptr; }))
+      return true;
+    return rest_ ? rest_->kind == Answer::Kind::kAll || rest_->kind == Answer::Kind::kLinked : ask_;
+  }
+
   void review_group(std::size_t number) {
+    if (!may_be_decided(number)) {
+      ++outcome_.open;
+      return;
+    }
     const Group group = lay_group(number);
     const RecordRef first = group.records.front();
     const std::string title =
