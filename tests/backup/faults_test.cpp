@@ -17,7 +17,6 @@ namespace {
 
 namespace fault = tq::platform::fault;
 using tq::test::BackupHost;
-using tq::test::bytes;
 
 // Puts temporary folders into memory, where the system has a folder for that: a disk takes minutes
 // to sync a thousand runs.

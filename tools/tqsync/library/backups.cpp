@@ -19,7 +19,7 @@ const unsigned char* in(const std::string& sjis) {
 // A buffer that the library fills.
 template <std::size_t kSize>
 struct Buffer {
-  char text[kSize] = "";
+  char text[kSize] = {};
   operator unsigned char*() { return reinterpret_cast<unsigned char*>(text); }
   std::string utf8() const { return from_sjis(text); }
   std::string native() const { return to_native_path(text); }
@@ -227,7 +227,7 @@ bool restore_backup(const std::string& id, const std::vector<std::string>& group
   }
   if (!recreating.stuck().empty()) {
     throw Failure("backup " + id + " is not restored: the folder of " +
-                  to_native_path(recreating.stuck().c_str()) + " cannot be made");
+                  to_native_path(recreating.stuck()) + " cannot be made");
   }
   if (result == 1 && object.ErrorCause() == TQ_BKUP_CAUSE_NONE) return false;
   if (result != 0) fail("backup " + id + " is not restored", object);
