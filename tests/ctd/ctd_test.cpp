@@ -142,12 +142,6 @@ TEST(Ctd, OriginsOfSeveralGroupsAreGivenOnce) {
   EXPECT_EQ(origins(ctd, 0), "a1") << "this walk takes handled groups too";
   EXPECT_EQ(masters(ctd), "m1 m2");
   EXPECT_EQ(ctd.CtdSchNext(), 1);
-  ctd.CtdSchFlgSet(1);
-  ctd.CtdSchFlgSet(2);
-  ctd.CtdSchFlgSet(-1);
-  EXPECT_EQ(ctd.CtdSchNext(), -1);
-  ctd.CtdSchInit();
-  EXPECT_EQ(ctd.CtdSchNext(), 0);
 }
 
 TEST(Ctd, CopiesReadAsEmptyAssignedObjectsShare) {
