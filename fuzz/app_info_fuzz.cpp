@@ -1,19 +1,11 @@
 // An application registry of any content: it is taken whole or not at all, and both readers of the
 // file agree on what is whole.
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 
+#include "require.h"
 #include "support/home.h"
 #include "tqutil/appinfo.h"
-
-namespace {
-
-void require(bool holds) {
-  if (!holds) std::abort();
-}
-
-}  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   static const tq::test::TestHome home;

@@ -3,17 +3,13 @@
 // the home folder. Restoring is left out: it would write where the input says.
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 
+#include "require.h"
 #include "support/home.h"
 #include "tqutil/backup.h"
 
 namespace {
-
-void require(bool holds) {
-  if (!holds) std::abort();
-}
 
 // Everything that must still be there afterwards.
 struct Guarded : tq::test::TestHome {

@@ -3,21 +3,17 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <iterator>
 #include <string>
 #include <vector>
 
+#include "require.h"
 #include "support/home.h"
 #include "tqutil/backup.h"
 
 namespace {
 
 constexpr char kFile[] = "data\\TQ_BKINF.DAT";
-
-void require(bool holds) {
-  if (!holds) std::abort();
-}
 
 // Every value that is not written here.
 std::string other_values() {

@@ -4,17 +4,14 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <string_view>
+
+#include "require.h"
 
 namespace {
 
 using tq::cp932::Accept;
-
-void require(bool holds) {
-  if (!holds) std::abort();
-}
 
 void from_shift_jis(std::string_view sjis) {
   const std::u16string utf16 = tq::cp932::to_utf16(sjis);

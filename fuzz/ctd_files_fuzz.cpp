@@ -1,19 +1,11 @@
 // Candidate and merge files of any content: the input up to the first byte FF is the one, the rest
 // the other. Whatever was read must be writable, and what is written must read back.
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 
+#include "require.h"
 #include "support/home.h"
 #include "tqutil/ctd.h"
-
-namespace {
-
-void require(bool holds) {
-  if (!holds) std::abort();
-}
-
-}  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   static const tq::test::TestHome home;

@@ -2,20 +2,16 @@
 // master and in a list: what a list holds is found in it, by position and by field id. The last
 // byte chooses the application and the mode.
 #include <cstdint>
-#include <cstdlib>
 #include <iterator>
 #include <string>
 
+#include "require.h"
 #include "support/home.h"
 #include "tqutil/csvinfo.h"
 #include "tqutil/records.h"
 #include "tqutil/syncfld.h"
 
 namespace {
-
-void require(bool holds) {
-  if (!holds) std::abort();
-}
 
 void check_member(const CSyncFldCtl& fields, short file) {
   for (short pos = 0; pos < fields.SyflGetFldCnt(file); ++pos) {

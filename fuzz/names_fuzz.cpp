@@ -4,19 +4,15 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 
 #include "base/sjis.h"
+#include "require.h"
 
 namespace {
 
 using tq::platform::ParsedPath;
-
-void require(bool holds) {
-  if (!holds) std::abort();
-}
 
 void check_names(std::string_view names) {
   while (!names.empty()) {

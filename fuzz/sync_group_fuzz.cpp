@@ -2,18 +2,14 @@
 // Nothing outside the group folder and the member folder of a usable id may change.
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 
+#include "require.h"
 #include "support/home.h"
 #include "support/records.h"
 #include "tqutil/syncfile.h"
 
 namespace {
-
-void require(bool holds) {
-  if (!holds) std::abort();
-}
 
 // Everything that must still be there afterwards.
 struct Guarded : tq::test::TestHome {

@@ -2,19 +2,11 @@
 // buffers, and what was read and is in range comes back.
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
 #include <string>
 
+#include "require.h"
 #include "tqutil/records.h"
-
-namespace {
-
-void require(bool holds) {
-  if (!holds) std::abort();
-}
-
-}  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   // On the heap and of exact size, so that a read past the end is seen.

@@ -1,17 +1,13 @@
 // A key file of any content: every entry and every item can be looked at, and a key is always a
 // field of one of the first two entries of its type.
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 
+#include "require.h"
 #include "support/home.h"
 #include "tqutil/syncfld.h"
 
 namespace {
-
-void require(bool holds) {
-  if (!holds) std::abort();
-}
 
 bool has(const tSYKY_APP_TBL& app, short fldId) {
   for (short i = 0; i < app.itemCnt; ++i) {
