@@ -94,12 +94,4 @@ TEST(SjisSearch, ASecondByteIsNeverASeparator) {
   }
 }
 
-TEST(SjisUpper, ChangesAsciiLettersOnly) {
-  EXPECT_EQ(tq::sjis::upper_ascii('a'), 'A');
-  EXPECT_EQ(tq::sjis::upper_ascii('z'), 'Z');
-  EXPECT_EQ(tq::sjis::upper_ascii('`'), '`');
-  EXPECT_EQ(tq::sjis::upper_ascii('{'), '{');
-  EXPECT_EQ(tq::sjis::upper_ascii('\xE1'), '\xE1');
-}
-
 }  // namespace

@@ -7,6 +7,7 @@
 #include <cstring>
 #include <functional>
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -55,6 +56,21 @@ inline std::string conversion_fault(const Conversion& convert, std::string_view 
     }
   }
   return "";
+}
+
+struct KnownText {
+  const char* why;
+  std::string_view text, want;
+};
+
+// What is wrong with any of these conversions, empty if nothing is.
+inline std::string known_text_faults(const Conversion& convert, std::span<const KnownText> texts) {
+  std::string faults;
+  for (const KnownText& known : texts) {
+    const std::string fault = conversion_fault(convert, known.text, known.want);
+    if (!fault.empty()) faults += std::string(known.why) + ": " + fault + "\n";
+  }
+  return faults;
 }
 
 }  // namespace tq::test

@@ -145,16 +145,18 @@ TEST(DateText, WidthOfWhatDatesAreWrittenWith) {
   const auto widen = [](const char* src, char* dst) { return tqDateFormatZH(src, dst, 1); };
   const std::string full = "０１２３４５６７８９ＭＴＳＨｍｔｓｈ／－・．：；，　"_sjis;
   const std::string half = "0123456789MTSHmtsh/-･.:;, "_sjis;
-  EXPECT_EQ(conversion_fault(narrow, full, half), "");
-  EXPECT_EQ(conversion_fault(widen, half, full), "");
-  EXPECT_EQ(conversion_fault(narrow, "Ａ年ｱA＋"_sjis, "Ａ年ｱA＋"_sjis), "");
-  EXPECT_EQ(conversion_fault(widen, "Ａ年ｱAa+"_sjis, "Ａ年ｱAa+"_sjis), "");
-  EXPECT_EQ(conversion_fault(widen, "\x82/\x82", "\x82\x81\x5E\x82"), "");
-  EXPECT_EQ(conversion_fault(narrow,
-                             "1\x82\x09"
-                             "2\x82",
-                             "12"),
-            "");
+  const KnownText narrowed[] = {
+      {"all of them", full, half},
+      {"others stay", "Ａ年ｱA＋"_sjis, "Ａ年ｱA＋"_sjis},
+      {"stray lead bytes go with the byte behind them", "1\x82\x09\x32\x82", "12"},
+  };
+  EXPECT_EQ(known_text_faults(narrow, narrowed), "");
+  const KnownText widened[] = {
+      {"all of them", half, full},
+      {"others stay", "Ａ年ｱAa+"_sjis, "Ａ年ｱAa+"_sjis},
+      {"and stray lead bytes", "\x82/\x82", "\x82\x81\x5E\x82"},
+  };
+  EXPECT_EQ(known_text_faults(widen, widened), "");
 }
 
 TEST(DateText, AgreesWithTheReference) {
