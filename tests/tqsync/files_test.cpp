@@ -64,10 +64,9 @@ TEST(Encodings, AreToldApart) {
       {"UTF-8 without mark", "氏名,﨑", Encoding::kDetect, Encoding::kUtf8, "氏名,﨑"},
       {"the mark goes", mark + "氏名", Encoding::kDetect, Encoding::kUtf8, "氏名"},
       {"the mark goes when UTF-8 is asked for", mark + "x", Encoding::kUtf8, Encoding::kUtf8, "x"},
-      {"Shift-JIS, vendor characters too", "髙﨑①ｱ"_sjis, Encoding::kDetect, Encoding::kShiftJis,
-       "髙﨑①ｱ"},
-      {"half-width kana that could be UTF-8: the flag decides", "ﾃｱ"_sjis, Encoding::kShiftJis,
-       Encoding::kShiftJis, "ﾃｱ"},
+      {"vendor characters", "髙﨑①ｱ"_sjis, Encoding::kDetect, Encoding::kShiftJis, "髙﨑①ｱ"},
+      {"it could be UTF-8: the flag decides", "ﾃｱ"_sjis, Encoding::kShiftJis, Encoding::kShiftJis,
+       "ﾃｱ"},
       {"the same, undecided", "ﾃｱ"_sjis, Encoding::kDetect, Encoding::kUtf8, "\u00F1"},
   };
   for (const Row& row : rows) {
