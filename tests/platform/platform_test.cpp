@@ -378,7 +378,7 @@ TEST_F(Platform, Copy) {
 }
 
 TEST_F(Platform, CopiesOfEverySize) {
-  for (const std::size_t size : {0, 1, 4095, 4096, 4097, 1 << 20, (3 << 20) + 7}) {
+  for (const std::size_t size : {0u, 1u, 4095u, 4096u, 4097u, 1u << 20, (3u << 20) + 7}) {
     std::string bytes(size, '\0');
     for (std::size_t i = 0; i < size; ++i) bytes[i] = static_cast<char>(i * 31 >> 3);
     folder_.write("from.bin", bytes);
@@ -453,7 +453,7 @@ TEST_F(Platform, AFailedCopyLeavesNoHalfFile) {
 // --- Memory and host --------------------
 
 TEST_F(Platform, MovableMemoryIsZeroed) {
-  for (const std::size_t size : {0, 1, 100'000}) {
+  for (const std::size_t size : {0u, 1u, 100'000u}) {
     auto* block = static_cast<char*>(alloc_movable(size));
     ASSERT_NE(block, nullptr);
     EXPECT_EQ(std::count(block, block + size, '\0'), static_cast<std::ptrdiff_t>(size));

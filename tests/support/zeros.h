@@ -1,4 +1,5 @@
-// Flat functions called with nothing but a handle, to see what they answer when it is dead.
+// Flat functions called with nothing but a handle, to see what they answer when it is dead. Those
+// with a decorated name have another calling convention and are called by hand.
 #pragma once
 
 #include <gtest/gtest.h>

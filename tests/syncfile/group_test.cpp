@@ -182,14 +182,17 @@ TEST(SyncHandles, SlotsAndDeadHandles) {
   for (const int32_t dead : {0, 1, 11, -1, 2000000000}) {
     expect_answers(dead, -1, ReadSyncFile, GetSyncTrFlg, GetSyncFileSts, GetSyncFileSts2,
                    GetSyncFilePos);
-    expect_answers(
-        dead, 1, WriteSyncFile, SetSyncReadMode, ReSaveSyncRead2Normal, GetSyncFileCnt, SetSyncType,
-        GetSyncType, SetSyncTitle, GetSyncTitle, SetSyncMemo, GetSyncMemo, SetSyncFlg, GetSyncFlg,
-        GetSyncGrpID, GetSyncGrpPath, GetSyncFilePath, SetSyncFileInfo, AddSyncFileInfo,
-        GetSyncFileInfo, GetSyncFileID, DeleteSyncFileInfo, SetSyncTrFlg, SetSyncFileSts,
-        AddSyncFileFldFile, SetSyncFileFldFile, GetSyncFileFldFile, SetSyncFileTmpFileN,
-        GetSyncFileTmpFileN, SetSyncFileTmpFileO, GetSyncFileTmpFileO, SetSyncFileSrchFile,
-        GetSyncFileSrchFile, GetSyncCsvHeadPath, GetSyncGrpNext, GetSyncGrpInfo, DeleteSyncGrpInfo);
+    expect_answers(dead, 1, WriteSyncFile, SetSyncReadMode, ReSaveSyncRead2Normal, GetSyncFileCnt,
+                   SetSyncType, GetSyncType, SetSyncTitle, GetSyncTitle, SetSyncMemo, GetSyncMemo,
+                   SetSyncFlg, GetSyncFlg, GetSyncGrpID, GetSyncGrpPath, GetSyncFilePath,
+                   SetSyncFileInfo, AddSyncFileInfo, GetSyncFileInfo, GetSyncFileID,
+                   DeleteSyncFileInfo, SetSyncTrFlg, SetSyncFileSts, AddSyncFileFldFile,
+                   SetSyncFileFldFile, GetSyncFileFldFile, SetSyncFileTmpFileN, GetSyncFileTmpFileN,
+                   SetSyncFileTmpFileO, GetSyncFileTmpFileO, GetSyncGrpNext, GetSyncGrpInfo,
+                   DeleteSyncGrpInfo);
+    EXPECT_EQ(SetSyncFileSrchFile(0, nullptr, dead), 1);
+    EXPECT_EQ(GetSyncFileSrchFile(0, nullptr, dead), 1);
+    EXPECT_EQ(GetSyncCsvHeadPath(0, nullptr, dead), 1);
   }
 }
 
