@@ -23,7 +23,8 @@ std::string other_values() {
   require(path_size >= 0 && path_size < TQ_BKUP_TEXT_SIZE && path[path_size] == '\0');
   require(name_size >= 0 && name_size < TQ_BKUP_TEXT_SIZE && name[name_size] == '\0');
   std::string all = std::string(path) + '\n' + name;
-  for (const short kind : {1, 2, 3}) all += '\n' + std::to_string(getBkupGeneration(kind));
+  for (const short kind : {short{1}, short{2}, short{3}})
+    all += '\n' + std::to_string(getBkupGeneration(kind));
   return all + '\n' + std::to_string(tqGetPstTrFlg()) + '\n' + std::to_string(tqGetPstStsFlg());
 }
 
