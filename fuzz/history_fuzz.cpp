@@ -2,22 +2,18 @@
 // and records of the history store of any content, whose lines must come back as they were copied.
 #include <algorithm>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
 #include <string>
 #include <string_view>
 
 #include "base/sjis.h"
+#include "require.h"
 #include "siblings/siblings.h"
 #include "support/home.h"
 #include "tqutil/history.h"
 #include "tqutil/siblings.h"
 
 namespace {
-
-void require(bool holds) {
-  if (!holds) std::abort();
-}
 
 // One history with one file, and the file of its Read category.
 struct History {

@@ -32,7 +32,6 @@ void arm(int nth, Kind kind) {
 void disarm() { g_gate.nth = 0; }
 bool hit() { return g_gate.hit; }
 int count() { return g_gate.passed; }
-void reset_count() { g_gate.passed = 0; }
 
 Status gate(std::string_view operation, std::string_view path, bool writes) {
   ++g_gate.passed;

@@ -22,9 +22,8 @@ void arm(int nth, Kind kind);
 void disarm();
 // Whether the armed operation was reached since `arm`.
 bool hit();
-// Operations that passed the gate since `arm` or `reset_count`.
+// Operations that passed the gate since `arm`.
 int count();
-void reset_count();
 
 // Called first by every operation that can fail. `writes` tells the operations that need room on
 // the disk. Not ok: the operation must fail with this status.
