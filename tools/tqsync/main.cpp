@@ -52,6 +52,7 @@ int run(std::vector<std::string> arguments) {
   app.set_version_flag("--version", std::string("tqsync ") + tqVersion());
   app.footer(kFooter);
   app.require_subcommand(1);
+  app.allow_windows_style_options(false);  // a path may begin with "/"
   app.fallthrough();
   for (const auto add_command : kCommands) add_command(app, program);
   for (CLI::App* command : app.get_subcommands({})) command->fallthrough();

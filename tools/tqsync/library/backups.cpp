@@ -1,6 +1,7 @@
 #include "library/backups.h"
 
 #include <algorithm>
+#include <iostream>
 
 #include "failure.h"
 #include "text/library_text.h"
@@ -129,33 +130,60 @@ void add_set(CBackUpCtl& run, const BackupSet& set) {
   }
 }
 
-// For its lifetime folders that are gone are made again without a question.
-class RecreateFolders {
+// For its lifetime nobody is waited for: folders that are gone are made again without a question,
+// and messages go to standard error instead of a window.
+class Unattended {
  public:
-  explicit RecreateFolders(bool recreate) : recreate_(recreate) {
-    if (!recreate_) return;
+  explicit Unattended(bool unattended) : unattended_(unattended) {
+    if (!unattended_) return;
     tDIALOG_API dialogs{};
     dialogs.size = sizeof dialogs;
     dialogs.context = this;
     dialogs.DlgMissingFolder = [](void* self, const char*, const char*, const char* folder,
                                   const char* file, char*) -> short {
-      return static_cast<RecreateFolders*>(self)->answer(std::string(folder) + '\\' + file);
+      return static_cast<Unattended*>(self)->answer(std::string(folder) + '\\' + file);
+    };
+    tERRBOX_API messages{};
+    messages.size = sizeof messages;
+    messages.context = this;
+    messages.ErrBoxSetMessage = [](void* self, short, short number, const char* detail) {
+      static_cast<Unattended*>(self)->message_ =
+          message(number) + to_native_path(detail == nullptr ? "" : detail);
+    };
+    messages.ErrBoxShow = [](void* self) -> short {
+      std::cerr << "tqsync: " << static_cast<Unattended*>(self)->message_ << '\n';
+      return TQ_ANSWER_OK;
     };
     tTQ_SIBLINGS siblings{};
     siblings.size = sizeof siblings;
+    siblings.errbox = &messages;
     siblings.dialog = &dialogs;
     tqSetSiblings(&siblings);
   }
-  ~RecreateFolders() {
-    if (recreate_) tqSetSiblings(nullptr);
+  ~Unattended() {
+    if (unattended_) tqSetSiblings(nullptr);
   }
-  RecreateFolders(const RecreateFolders&) = delete;
-  RecreateFolders& operator=(const RecreateFolders&) = delete;
+  Unattended(const Unattended&) = delete;
+  Unattended& operator=(const Unattended&) = delete;
 
   // The file whose folder could not be made, in the library's form; empty: none.
   const std::string& stuck() const { return stuck_; }
 
  private:
+  // The library's messages about backups, see ErrBoxSetMessage.
+  static std::string message(short number) {
+    switch (number) {
+      case 4:
+        return "a folder cannot be made: ";
+      case 6:
+        return "there is a file of this name already: ";
+      case 7:
+        return "the history names a place where nothing is restored: ";
+      default:
+        return "message " + std::to_string(number) + " of the library: ";
+    }
+  }
+
   // Being asked about a file again means that its folder could not be made.
   short answer(const std::string& path) {
     if (path == asked_) stuck_ = path;
@@ -163,8 +191,8 @@ class RecreateFolders {
     return stuck_.empty() ? TQ_FOLDER_RECREATE : TQ_FOLDER_CANCEL;
   }
 
-  bool recreate_;
-  std::string asked_, stuck_;
+  bool unattended_;
+  std::string asked_, stuck_, message_;
 };
 
 }  // namespace
@@ -210,8 +238,9 @@ std::string make_backup(short kind, const std::string& note, const std::vector<B
   return made.id;
 }
 
-bool restore_backup(const std::string& id, const std::vector<std::string>& groups, bool recreate) {
-  const RecreateFolders recreating(recreate);
+bool restore_backup(const std::string& id, const std::vector<std::string>& groups,
+                    bool unattended) {
+  const Unattended alone(unattended);
   CBackUpCtl object;
   short result = 0;
   if (groups.empty()) {
@@ -225,9 +254,9 @@ bool restore_backup(const std::string& id, const std::vector<std::string>& group
     }
     result = object.RestoreFileStart();
   }
-  if (!recreating.stuck().empty()) {
+  if (!alone.stuck().empty()) {
     throw Failure("backup " + id + " is not restored: the folder of " +
-                  to_native_path(recreating.stuck()) + " cannot be made");
+                  to_native_path(alone.stuck()) + " cannot be made");
   }
   if (result == 1 && object.ErrorCause() == TQ_BKUP_CAUSE_NONE) return false;
   if (result != 0) fail("backup " + id + " is not restored", object);

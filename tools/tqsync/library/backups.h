@@ -52,8 +52,9 @@ struct BackupSet {
 std::string make_backup(short kind, const std::string& note, const std::vector<BackupSet>& sets);
 
 // Brings a backup back to where its files were, or the groups that are named (ten digits each).
-// False when the user cancelled. `recreate`: folders that are gone are made again without asking.
-bool restore_backup(const std::string& id, const std::vector<std::string>& groups, bool recreate);
+// False when the user cancelled. `unattended`: folders that are gone are made again without asking,
+// and messages go to standard error.
+bool restore_backup(const std::string& id, const std::vector<std::string>& groups, bool unattended);
 void delete_backup(const std::string& id);
 
 // How many backups of each kind stay.
