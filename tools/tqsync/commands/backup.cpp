@@ -15,6 +15,7 @@
 #include "library/backups.h"
 #include "library/groups.h"
 #include "terminal/table.h"
+#include "text/native_path.h"
 
 namespace tqsync {
 namespace {
@@ -29,19 +30,6 @@ struct Flags {
   bool yes = false, dry_run = false, all = false;
 };
 using SharedFlags = std::shared_ptr<Flags>;
-
-fs::path path_of(const std::string& utf8) {
-  return fs::path(std::u8string(utf8.begin(), utf8.end()));
-}
-
-std::string utf8(const fs::path& path) {
-  const std::u8string text = path.u8string();
-  return {text.begin(), text.end()};
-}
-
-std::string whole_path(const std::string& name) {
-  return utf8(fs::absolute(path_of(name)).lexically_normal());
-}
 
 std::string kind_name(short kind) {
   switch (kind) {
@@ -74,11 +62,11 @@ std::vector<BackupSet> sets_of(const Flags& flags) {
   }
   for (const std::string& file : flags.files) sets.push_back({"", {whole_path(file)}});
   for (const std::string& folder : flags.folders) {
-    if (!fs::is_directory(path_of(folder))) throw Failure(folder + ": there is no such folder.");
+    if (!fs::is_directory(to_path(folder))) throw Failure(folder + ": there is no such folder.");
     BackupSet set{whole_path(folder), {}};
     // Links to other folders are no part of this one, as in the library.
-    for (const auto& entry : fs::recursive_directory_iterator(path_of(set.folder))) {
-      if (entry.is_regular_file()) set.files.push_back(utf8(entry.path()));
+    for (const auto& entry : fs::recursive_directory_iterator(to_path(set.folder))) {
+      if (entry.is_regular_file()) set.files.push_back(from_path(entry.path()));
     }
     std::ranges::sort(set.files);
     sets.push_back(std::move(set));
@@ -92,7 +80,7 @@ void show_backup_plan(const std::vector<BackupSet>& sets, Output output) {
   for (const BackupSet& set : sets) {
     for (const std::string& file : set.files) {
       std::error_code error;
-      const auto size = fs::file_size(path_of(file), error);
+      const auto size = fs::file_size(to_path(file), error);
       table.add({error ? "missing" : std::to_string(size), file});
     }
   }
@@ -161,7 +149,7 @@ std::vector<BackupFile> chosen_files(const Backup& backup, const std::vector<std
 
 std::optional<std::uint64_t> size_of(const std::string& path) {
   std::error_code error;
-  const auto size = fs::file_size(path_of(path), error);
+  const auto size = fs::file_size(to_path(path), error);
   return error ? std::nullopt : std::optional<std::uint64_t>(size);
 }
 
@@ -174,8 +162,8 @@ std::string fault_of(const BackupFile& file) {
 
 CopyFacts facts_of(const BackupFile& file) {
   std::error_code error, other;
-  const auto copied = fs::last_write_time(path_of(file.copy), error);
-  const bool same = fs::last_write_time(path_of(file.path), other) == copied && !error && !other;
+  const auto copied = fs::last_write_time(to_path(file.copy), error);
+  const bool same = fs::last_write_time(to_path(file.path), other) == copied && !error && !other;
   return {file.size, size_of(file.copy), size_of(file.path), same};
 }
 
@@ -200,16 +188,16 @@ void put_below(const std::string& folder, const std::vector<BackupFile>& files, 
     if (const std::string fault = fault_of(files[i]); !fault.empty()) {
       throw Failure(files[i].path + ": " + fault + ".");
     }
-    if (!fs::exists(path_of(places[i]))) continue;
+    if (!fs::exists(to_path(places[i]))) continue;
     throw Failure(places[i] + ": this file is there already. Name an empty folder with --to.");
   }
   for (std::size_t i = 0; i < files.size(); ++i) {
-    const fs::path place = path_of(places[i]);
+    const fs::path place = to_path(places[i]);
     if (!dry_run && files[i].copy.empty()) fs::create_directories(place);
     if (!dry_run && !files[i].copy.empty()) {
       fs::create_directories(place.parent_path());
-      fs::copy_file(path_of(files[i].copy), place);
-      fs::last_write_time(place, fs::last_write_time(path_of(files[i].copy)));
+      fs::copy_file(to_path(files[i].copy), place);
+      fs::last_write_time(place, fs::last_write_time(to_path(files[i].copy)));
     }
     std::cout << places[i] << '\n';
   }
@@ -303,11 +291,11 @@ void verify(Output output) {
   }
   const std::size_t faults = table.size();
   // Left by a run that was killed, or by a count of 0: not a fault, but room on the disk.
-  for (const auto& entry : fs::directory_iterator(path_of(backup_folder()))) {
-    const std::string name = utf8(entry.path().filename());
+  for (const auto& entry : fs::directory_iterator(to_path(backup_folder()))) {
+    const std::string name = from_path(entry.path().filename());
     const auto listed = std::ranges::find(backups, name, &BackupSummary::id);
     if (entry.is_directory() && listed == backups.end()) {
-      table.add({name, "no history tells of this folder", utf8(entry.path())});
+      table.add({name, "no history tells of this folder", from_path(entry.path())});
     }
   }
   if (table.size() != 0) table.print(std::cout, {output});

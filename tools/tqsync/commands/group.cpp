@@ -10,6 +10,7 @@
 #include "commands/command.h"
 #include "failure.h"
 #include "library/groups.h"
+#include "text/native_path.h"
 
 namespace tqsync {
 namespace {
@@ -26,13 +27,11 @@ using SharedFlags = std::shared_ptr<Flags>;
 
 // A member file must be there when it is added; afterwards it may come and go.
 std::string existing_file(const std::string& native) {
-  const std::filesystem::path path(std::u8string(native.begin(), native.end()));
   std::error_code error;
-  if (!std::filesystem::is_regular_file(path, error)) {
+  if (!std::filesystem::is_regular_file(to_path(native), error)) {
     throw Failure(native + ": there is no such file. Give the CSV file with its path.");
   }
-  const std::u8string whole = std::filesystem::absolute(path).lexically_normal().u8string();
-  return {whole.begin(), whole.end()};
+  return whole_path(native);
 }
 
 std::string role(const Member& member) { return member.is_master() ? "master" : "partner"; }
@@ -87,16 +86,13 @@ void add_file(const Flags& flags) {
 
 // The member that a person calls by its id, its path or its file name.
 std::size_t find_member(const Group& group, const std::string& name) {
-  namespace fs = std::filesystem;
-  const fs::path wanted(std::u8string(name.begin(), name.end()));
+  const std::filesystem::path wanted = to_path(name), whole = to_path(whole_path(name));
   std::vector<std::size_t> found;
   for (std::size_t i = 0; i < group.members.size(); ++i) {
     const Member& member = group.members[i];
     if (member.file_id == name || member.path == name) return i;
-    const fs::path path(std::u8string(member.path.begin(), member.path.end()));
-    if (path == fs::absolute(wanted).lexically_normal() || path.filename() == wanted) {
-      found.push_back(i);
-    }
+    const std::filesystem::path path = to_path(member.path);
+    if (path == whole || path.filename() == wanted) found.push_back(i);
   }
   if (found.size() == 1) return found.front();
   throw Failure("group " + group.id + (found.empty() ? " has no" : " has several members") +

@@ -6,6 +6,7 @@
 #include "commands/command.h"
 #include "failure.h"
 #include "text/library_text.h"
+#include "text/native_path.h"
 #include "tqutil/host.h"
 #include "tqutil/records.h"
 
@@ -30,10 +31,6 @@ constexpr char kSettings[] =
 constexpr short kFolders[] = {TQ_FOLDER_DATA, TQ_FOLDER_WORK, TQ_FOLDER_BACKUP, TQ_FOLDER_GROUP,
                               TQ_FOLDER_MEMBER};
 
-std::filesystem::path native_path(const std::string& utf8) {
-  return std::filesystem::path(std::u8string(utf8.begin(), utf8.end()));
-}
-
 std::string settings_file() {
   char home[TQ_PATH_SIZE];
   if (tqGetFolder(TQ_FOLDER_HOME, home) != 0) {
@@ -44,10 +41,10 @@ std::string settings_file() {
 
 // An existing settings file is left alone: it may have been edited.
 bool write_settings(const std::string& path) {
-  if (std::filesystem::exists(native_path(path))) return false;
+  if (std::filesystem::exists(to_path(path))) return false;
   std::error_code error;
-  std::filesystem::create_directories(native_path(path).parent_path(), error);
-  std::ofstream file(native_path(path));
+  std::filesystem::create_directories(to_path(path).parent_path(), error);
+  std::ofstream file(to_path(path));
   file << kSettings;
   file.close();
   if (!file) {
@@ -74,7 +71,7 @@ void init() {
 
 void require_home() {
   const std::string settings = settings_file();
-  if (!std::filesystem::exists(native_path(settings))) {
+  if (!std::filesystem::exists(to_path(settings))) {
     throw Failure("the home folder has no " + settings +
                   ". \"tqsync init\" makes it; --home or TQUTIL_HOME name another home folder.");
   }

@@ -22,6 +22,7 @@
 #include "library/groups.h"
 #include "library/layout.h"
 #include "terminal/console.h"
+#include "text/native_path.h"
 
 namespace tqsync {
 namespace {

@@ -4,14 +4,12 @@
 #include <filesystem>
 #include <iterator>
 
+#include "text/native_path.h"
+
 namespace tqsync {
 namespace {
 
 namespace fs = std::filesystem;
-
-fs::path path_of(const std::string& utf8) {
-  return fs::path(std::u8string(utf8.begin(), utf8.end()));
-}
 
 // The deepest folder that both paths lie in; empty for paths on different drives.
 fs::path common_folder(const fs::path& a, const fs::path& b) {
@@ -61,7 +59,7 @@ std::vector<std::size_t> beyond(std::span<const int> generations, int keep) {
 }
 
 bool is_copy_in(const std::string& folder, const std::string& copy) {
-  const fs::path inner = path_of(copy).lexically_normal().lexically_relative(path_of(folder) / "");
+  const fs::path inner = to_path(copy).lexically_normal().lexically_relative(to_path(folder) / "");
   return std::distance(inner.begin(), inner.end()) == 2 && *inner.begin() != "..";
 }
 
@@ -72,7 +70,7 @@ std::vector<std::string> places_below(const std::string& folder,
   // Without "..", so that no place is outside the folder.
   std::vector<fs::path> whole_paths;
   for (const std::string& path : paths) {
-    whole_paths.push_back((fs::path("/") / path_of(path)).lexically_normal());
+    whole_paths.push_back((fs::path("/") / to_path(path)).lexically_normal());
   }
   fs::path common = whole_paths.front().parent_path();
   for (const fs::path& path : whole_paths) common = common_folder(common, path.parent_path());
@@ -81,8 +79,7 @@ std::vector<std::string> places_below(const std::string& folder,
     // Without a common folder (different drives) the drive's letter keeps them apart.
     const std::string drive = path.root_name().string().substr(0, 1);
     const fs::path place = common.empty() ? fs::path(drive) / path.relative_path() : inner;
-    const std::u8string whole = (path_of(folder) / place).u8string();
-    places.emplace_back(whole.begin(), whole.end());
+    places.push_back(from_path(to_path(folder) / place));
   }
   return places;
 }

@@ -5,6 +5,7 @@
 
 #include "files/place.h"
 #include "files/whole_file.h"
+#include "text/native_path.h"
 
 namespace tqsync {
 namespace {
@@ -55,8 +56,7 @@ AddressFile parse_address_file(const std::string& name, std::string bytes, Encod
 }
 
 std::string file_name(const std::string& native_path) {
-  const std::u8string name = to_path(native_path).filename().u8string();
-  return {name.begin(), name.end()};
+  return from_path(to_path(native_path).filename());
 }
 
 }  // namespace tqsync

@@ -2,6 +2,7 @@
 
 #include "failure.h"
 #include "files/whole_file.h"
+#include "text/native_path.h"
 
 namespace tqsync {
 namespace {

@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "failure.h"
+#include "text/native_path.h"
 
 namespace tqsync {
 namespace {
@@ -15,10 +16,6 @@ namespace fs = std::filesystem;
 constexpr std::uintmax_t kLargestFile = 256u << 20;
 
 }  // namespace
-
-fs::path to_path(const std::string& utf8) {
-  return fs::path(std::u8string(utf8.begin(), utf8.end()));
-}
 
 std::string read_whole_file(const std::string& native_path, const std::string& kind) {
   const fs::path path = to_path(native_path);

@@ -7,9 +7,6 @@
 
 namespace tqsync {
 
-// A native path in UTF-8 as the standard library wants it.
-std::filesystem::path to_path(const std::string& utf8);
-
 // The bytes of a file of at most 256 MB, so that every position fits 32 bits, also after each byte
 // has become three. Throws Failure when it is not there, is no file, too large or not readable;
 // `kind` names what is to be given instead ("a CSV file").

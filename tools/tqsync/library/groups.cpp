@@ -7,6 +7,7 @@
 
 #include "failure.h"
 #include "text/library_text.h"
+#include "text/native_path.h"
 #include "tqutil/syncfile.h"
 
 namespace tqsync {
@@ -139,11 +140,8 @@ std::vector<Member> members_of(OpenGroup& group) {
 
 // Whether two paths lead to the same file, also through links and different spellings.
 bool same_file(const std::string& a, const std::string& b) {
-  const auto path = [](const std::string& utf8) {
-    return std::filesystem::path(std::u8string(utf8.begin(), utf8.end()));
-  };
   std::error_code error;
-  return a == b || std::filesystem::equivalent(path(a), path(b), error);
+  return a == b || std::filesystem::equivalent(to_path(a), to_path(b), error);
 }
 
 void refuse_wrong_member(const std::vector<Member>& members, const Member& added) {

@@ -1,8 +1,8 @@
 #include "library/home_file.h"
 
 #include "failure.h"
-#include "files/whole_file.h"
 #include "text/library_text.h"
+#include "text/native_path.h"
 #include "tqutil/host.h"
 #include "tqutil/records.h"
 
