@@ -4,6 +4,7 @@
 
 #include "api/handle_table.h"
 #include "backup/settings.h"
+#include "common/guarded.h"
 #include "common/text.h"
 #include "tqutil/backup.h"
 
@@ -26,22 +27,16 @@ Value with(int32_t handle, Body&& body) noexcept {
 // Runs the body on an object that is there for this call only; 1 when it cannot be made.
 template <class Body>
 short once(Body&& body) noexcept {
-  try {
+  return tq::guarded(kNone, [&] {
     CBackUpCtl object;
     return body(object);
-  } catch (...) {
-    return 1;
-  }
+  });
 }
 
 // Runs the body on the settings; `failure` when memory is out.
 template <class Value, class Body>
 Value with_settings(Value failure, Body&& body) noexcept {
-  try {
-    return static_cast<Value>(body(tq::Settings::of_application()));
-  } catch (...) {
-    return failure;
-  }
+  return tq::guarded(failure, [&] { return body(tq::Settings::of_application()); });
 }
 
 // Copies a text of the settings out; the bytes before its terminator.

@@ -1,11 +1,8 @@
 // Flat functions of the database bridge.
+#include "common/guarded.h"
 #include "dbbridge/del_sync.h"
 #include "tqutil/dbbridge.h"
 
 short TQ_STDCALL CreateDelSyncFile(const char* key, char* outPath) noexcept {
-  try {
-    return tq::create_del_sync_file(key, outPath);
-  } catch (...) {  // out of memory
-    return -1;
-  }
+  return tq::guarded<short>(-1, [&] { return tq::create_del_sync_file(key, outPath); });
 }

@@ -11,6 +11,8 @@
 #include <memory>
 #include <utility>
 
+#include "common/guarded.h"
+
 namespace tq {
 
 template <class T, std::size_t N>
@@ -23,14 +25,11 @@ class HandleTable {
     for (std::size_t slot = 0; slot < N; ++slot) {
       if (slots_[slot] != nullptr) continue;
       std::unique_ptr<T> object;
-      bool started = false;
-      try {
+      const bool started = guarded(false, [&] {
         object = std::make_unique<T>();
         slots_[slot] = object.get();
-        started = std::forward<Start>(start)(*object);
-      } catch (...) {
-        started = false;
-      }
+        return std::forward<Start>(start)(*object);
+      });
       if (!started) {
         slots_[slot] = nullptr;
         return 0;
@@ -66,12 +65,9 @@ class HandleTable {
 // handle and for anything thrown.
 template <class Table, class Value, class Body>
 Value with(const Table& table, std::int32_t handle, Value failure, Body&& body) noexcept {
-  try {
-    auto* object = table.find(handle);
-    return object == nullptr ? failure : static_cast<Value>(std::forward<Body>(body)(*object));
-  } catch (...) {
-    return failure;
-  }
+  auto* object = table.find(handle);
+  if (object == nullptr) return failure;
+  return guarded(failure, [&] { return std::forward<Body>(body)(*object); });
 }
 
 }  // namespace tq

@@ -6,6 +6,7 @@
 
 #include "base/cp932.h"
 #include "base/sjis.h"
+#include "common/guarded.h"
 #include "common/path.h"
 #include "common/text.h"
 #include "platform/platform.h"
@@ -48,76 +49,62 @@ const char* TQ_CALL tqVersion() noexcept { return TQUTIL_VERSION; }
 
 short TQ_CALL tqPathFromNative(const char* native, char* path) noexcept {
   tq::copy_text(path, TQ_PATH_SIZE, {});
-  try {
+  return tq::guarded<short>(1, [&] {
     std::string converted;
     if (!tq::platform::path_from_native(tq::view(native), converted).ok()) return 1;
     if (converted.size() > tq::kPathMax) return 1;
     tq::copy_text(path, TQ_PATH_SIZE, converted);
     return 0;
-  } catch (...) {  // out of memory
-    return 1;
-  }
+  });
 }
 
 short TQ_CALL tqPathToNative(const char* path, char* native, int32_t size) noexcept {
   if (native == nullptr || size <= 0) return 1;
   *native = '\0';
-  try {
+  return tq::guarded<short>(1, [&] {
     std::string converted;
     if (!tq::platform::path_to_native(tq::view(path), converted).ok()) return 1;
     if (converted.size() >= static_cast<std::size_t>(size)) return 1;
     std::memcpy(native, converted.c_str(), converted.size() + 1);
     return 0;
-  } catch (...) {  // out of memory
-    return 1;
-  }
+  });
 }
 
 int32_t TQ_CALL tqUtf8ToSjis(const char* utf8, int32_t length, char* sjis, int32_t size) noexcept {
   if (utf8 == nullptr || length < 0) return -1;
-  try {
+  return tq::guarded<int32_t>(-1, [&] {
     std::string converted;
     const std::string_view text(utf8, static_cast<std::size_t>(length));
     const std::size_t taken =
         tq::cp932::convert_utf8(text, converted, tq::cp932::Accept::kJisSpellings);
     const int32_t needed = give(converted, sjis, size, tq::sjis::cut_size);
     return taken == text.size() ? needed : -1 - static_cast<int32_t>(taken);
-  } catch (...) {  // out of memory
-    return -1;
-  }
+  });
 }
 
 int32_t TQ_CALL tqSjisToUtf8(const char* sjis, int32_t length, char* utf8, int32_t size) noexcept {
   if (sjis == nullptr || length < 0) return -1;
-  try {
+  return tq::guarded<int32_t>(-1, [&] {
     const std::string_view text(sjis, static_cast<std::size_t>(length));
     return give(tq::cp932::to_utf8(text), utf8, size, cut_utf8);
-  } catch (...) {  // out of memory
-    return -1;
-  }
+  });
 }
 
 short TQ_CALL tqGetFolder(short which, char* folder) noexcept {
   tq::copy_text(folder, TQ_PATH_SIZE, {});
   const bool home = which == TQ_FOLDER_HOME;
   if (!home && (which < 0 || static_cast<std::size_t>(which) >= std::size(kFolders))) return 1;
-  try {
+  return tq::guarded<short>(1, [&] {
     std::string found = home ? tq::home_folder() : tq::sibling_folder(kFolders[which]);
     tq::AddBackslash(found);
     if (found.size() > tq::kPathMax) found.clear();
     tq::copy_text(folder, TQ_PATH_SIZE, found);
     return found.empty() ? 1 : 0;
-  } catch (...) {  // out of memory
-    return 1;
-  }
+  });
 }
 
 short TQ_CALL tqSetSiblings(const tTQ_SIBLINGS* siblings) noexcept {
-  try {
-    if (!tq::set_siblings(siblings)) return 1;
-  } catch (...) {  // out of memory
-    return 1;
-  }
+  if (!tq::guarded(false, [&] { return tq::set_siblings(siblings); })) return 1;
   // The definition folder may be another one now.
   CSyncFldCtl::FreeSyncKeyFile();
   CSyncFldCtl::ReadSyncKeyFile();
@@ -125,9 +112,5 @@ short TQ_CALL tqSetSiblings(const tTQ_SIBLINGS* siblings) noexcept {
 }
 
 short TQ_CALL tqGetSiblings(tTQ_SIBLINGS* siblings) noexcept {
-  try {
-    return tq::get_siblings(siblings) ? 0 : 1;
-  } catch (...) {  // out of memory
-    return 1;
-  }
+  return tq::guarded<short>(1, [&] { return tq::get_siblings(siblings) ? 0 : 1; });
 }

@@ -1,6 +1,7 @@
 // The application registry: one table for the whole process.
 #include <string>
 
+#include "common/guarded.h"
 #include "common/record_table.h"
 #include "siblings/app_list.h"
 #include "siblings/siblings.h"
@@ -46,11 +47,7 @@ CAppInfoCtl& CAppInfoCtl::operator=(const CAppInfoCtl& other) = default;
 
 short CAppInfoCtl::ReadAppInfo() {
   if (s_appTbl != nullptr) return 0;
-  bool read = false;
-  try {
-    read = tq::read_rows();
-  } catch (...) {  // out of memory
-  }
+  const bool read = tq::guarded(false, tq::read_rows);
   if (!read) tq::table.clear();
   s_appTbl = tq::table.data();
   s_appCnt = static_cast<short>(tq::table.size());

@@ -4,6 +4,7 @@
 #include <string_view>
 #include <vector>
 
+#include "common/guarded.h"
 #include "common/path.h"
 #include "common/record_table.h"
 #include "common/sorting.h"
@@ -102,16 +103,6 @@ void give(short* out, short value) {
 
 void give(char* out, const char (&text)[TQ_PATH_SIZE]) { copy_text(out, TQ_PATH_SIZE, view(text)); }
 
-// 0, or 1 when memory is out.
-template <class Body>
-short guarded(Body&& body) noexcept {
-  try {
-    return body() ? 0 : 1;
-  } catch (...) {
-    return 1;
-  }
-}
-
 }  // namespace
 }  // namespace tq
 
@@ -126,27 +117,29 @@ CCsvInfoCtl::~CCsvInfoCtl() = default;
 short CCsvInfoCtl::GetCsvFldInfoInit1() {
   tq::FileList& list = state_->list1;
   list.clear();
-  return tq::guarded([&] {
-    if (!list.add_folder(&tFLDCOM_API::FldComGetFldFolder1) || !list.mSort2()) return false;
+  return tq::guarded<short>(1, [&] {
+    if (!list.add_folder(&tFLDCOM_API::FldComGetFldFolder1) || !list.mSort2()) return 1;
     tq::mViewAj(list);
-    return true;
+    return 0;
   });
 }
 
 short CCsvInfoCtl::GetCsvFldInfoInit2() {
   tq::FileList& list = state_->list2;
   list.clear();
-  return tq::guarded([&] {
-    return list.add_folder(&tFLDCOM_API::FldComGetFldFolder2a) &&
-           list.add_folder(&tFLDCOM_API::FldComGetFldFolder2b) && list.mSort();
+  return tq::guarded<short>(1, [&] {
+    const bool listed = list.add_folder(&tFLDCOM_API::FldComGetFldFolder2a) &&
+                        list.add_folder(&tFLDCOM_API::FldComGetFldFolder2b) && list.mSort();
+    return listed ? 0 : 1;
   });
 }
 
 short CCsvInfoCtl::GetCsvFldInfoInit3() {
   tq::FileList& list = state_->list3;
   list.clear();
-  return tq::guarded(
-      [&] { return list.add_folder(&tFLDCOM_API::FldComGetFldFolder3) && list.mSort(); });
+  return tq::guarded<short>(1, [&] {
+    return list.add_folder(&tFLDCOM_API::FldComGetFldFolder3) && list.mSort() ? 0 : 1;
+  });
 }
 
 short CCsvInfoCtl::GetCsvFldInfoNext1(short* number, short* number2, char* name, char* path) {

@@ -1,6 +1,7 @@
 // The candidate file: the record table with its values as they are shown.
 #include <string>
 
+#include "common/guarded.h"
 #include "common/path.h"
 #include "ctd/ctd_state.h"
 #include "platform/platform.h"
@@ -43,12 +44,10 @@ short CCtdCtl::State::write_table() {
 short CCtdCtl::State::read_table() {
   if (!has_buffers) return kNoMemory;
   auto table = std::make_shared<tq::CandidateRecords>();
-  short result = 0;
-  try {
-    if (!table->read(ctd_path).ok()) return kCannotRead;
-  } catch (...) {  // no memory: what was read until then is the table
-    result = kNoMemory;
-  }
+  const short result =
+      tq::guarded(kNoMemory, [&] { return table->read(ctd_path).ok() ? short{0} : kCannotRead; });
+  if (result == kCannotRead) return result;
+  // Without memory, what was read until then is the table.
   std::vector<std::uint16_t> none;
   if (result == 0) none.resize(static_cast<std::size_t>(table->fld_cnt()) + 1);
   choices = std::move(none);

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <vector>
 
+#include "common/guarded.h"
 #include "common/text.h"
 #include "ctd/candidate_groups.h"
 #include "ctd/candidate_records.h"
@@ -36,11 +37,7 @@ struct CCtdCtl::State {
   // Runs an operation on the groups; memory that runs out becomes the operation's failure value.
   template <class Result, class Body>
   Result guarded(Result failure, Body&& body) noexcept {
-    try {
-      return body(table());
-    } catch (...) {
-      return failure;
-    }
+    return tq::guarded(failure, [&] { return body(table()); });
   }
 
   std::shared_ptr<tq::CandidateGroups> groups = std::make_shared<tq::CandidateGroups>();

@@ -1,6 +1,7 @@
 // The levels of a history and their temporary files; writing lines and reading them back.
 #include <algorithm>
 
+#include "common/guarded.h"
 #include "common/path.h"
 #include "common/text.h"
 #include "history/history_state.h"
@@ -70,10 +71,7 @@ void CHistoryCtl::State::discard() {
 }
 
 CHistoryCtl::State::~State() {
-  try {
-    discard();
-  } catch (...) {  // out of memory: the remaining files stay
-  }
+  tq::guarded([this] { discard(); });
 }
 
 void CHistoryCtl::State::add_file(const char* file_id, tSYNC_INFO* info) {

@@ -3,6 +3,7 @@
 #include <limits>
 #include <utility>
 
+#include "common/guarded.h"
 #include "common/sorting.h"
 #include "common/text.h"
 #include "linkinfo/linkinfo_state.h"
@@ -27,16 +28,6 @@ std::uint32_t rec_file(const unsigned char* text) {
   return tq::file_key(id);
 }
 
-// Runs an operation that may allocate; memory that runs out becomes its failure value.
-template <class Result, class Body>
-Result guarded(Result failure, Body&& body) noexcept {
-  try {
-    return body();
-  } catch (...) {
-    return failure;
-  }
-}
-
 // A master's array with its count; null and 0 without a master.
 template <class Record>
 Record* array_of(tq::RecordTable<Record>* table, int32_t* cnt) {
@@ -50,7 +41,7 @@ CLinkInfoCtl::CLinkInfoCtl() : state_(std::make_unique<State>()) {}
 CLinkInfoCtl::~CLinkInfoCtl() = default;
 
 short CLinkInfoCtl::SylkAddFileInfo(const unsigned char* fileKey, short recCnt) {
-  return guarded(short{-1}, [&]() -> short {
+  return tq::guarded<short>(-1, [&]() -> short {
     const std::size_t index = state_->files.size();
     if (index > static_cast<std::size_t>(std::numeric_limits<short>::max())) return -1;
     tq::tSYLK_FILEINFO file{};
@@ -74,7 +65,7 @@ short CLinkInfoCtl::SylkAddRecID(short file, int32_t recNo, const unsigned char*
 int32_t CLinkInfoCtl::SylkGetMstLinkNo() { return state_->lowest_free(); }
 
 int32_t CLinkInfoCtl::SylkAddMstLinkInfo(int32_t linkNo, const unsigned char* mstSyncId) {
-  return guarded(int32_t{-1}, [&] { return state_->add_master(linkNo, sync_id(mstSyncId)); });
+  return tq::guarded<int32_t>(-1, [&] { return state_->add_master(linkNo, sync_id(mstSyncId)); });
 }
 
 short CLinkInfoCtl::SylkAddOrgLinkInfo(const unsigned char* mstSyncId,
@@ -112,7 +103,7 @@ short CLinkInfoCtl::SylkGetLinkMst2OrgID(const unsigned char* mstSyncId, const u
   const std::uint32_t file = rec_file(recId);
   *orgSyncId = '\0';
   if (link == tq::kNoRecord) return 1;
-  if (*pos == 0 && !guarded(false, [&] { return state_->sort(link); })) return 1;
+  if (*pos == 0 && !tq::guarded(false, [&] { return state_->sort(link); })) return 1;
   const auto& origins = state_->links[link].origins;
   if (*pos < 0 || static_cast<std::size_t>(*pos) >= origins.size()) return 1;
   const std::size_t found = state_->find_origin(link, file, static_cast<std::size_t>(*pos));

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "common/guarded.h"
 #include "common/text.h"
 #include "siblings/app_list.h"
 #include "siblings/builtins.h"
@@ -33,23 +34,21 @@ constexpr DefinitionDefault kFields3 = {"fields3", "fields\\3", "*.FLD"};
 
 template <const DefinitionDefault& kFolder>
 void TQ_CALL get_folder(void*, char* folder) {
-  try {
+  copy_text(folder, TQ_PATH_SIZE, {});
+  guarded([&] {
     copy_text(folder, TQ_PATH_SIZE, definition_folder(kFolder.key, kFolder.name, kFolder.wanted));
-  } catch (...) {  // out of memory: no folder
-    copy_text(folder, TQ_PATH_SIZE, {});
-  }
+  });
 }
 
 // --- Applications --------------------------------------------------------------------------------
 
 const tFLDCOM_APPREC* TQ_CALL app_table(void*, int32_t* count) {
   static std::vector<tFLDCOM_APPREC> table;
-  if (count != nullptr) *count = 0;
-  try {
+  const bool read = guarded(false, [] {
     table.clear();
     LineReader lines;
     const std::string folder = sibling_folder(&tFLDCOM_API::FldComGetProgramFolder);
-    if (!lines.open(folder + std::string(kAppListFile)).ok()) return nullptr;
+    if (!lines.open(folder + std::string(kAppListFile)).ok()) return false;
     for (AppLine line; read_app_line(lines, line) == AppRead::kRow;) {
       tFLDCOM_APPREC row{};
       row.appNo = line.number;
@@ -57,12 +56,10 @@ const tFLDCOM_APPREC* TQ_CALL app_table(void*, int32_t* count) {
       copy_text(row.name, line.label);
       table.push_back(row);
     }
-  } catch (...) {  // out of memory
-    return nullptr;
-  }
-  if (table.empty()) return nullptr;
-  if (count != nullptr) *count = static_cast<int32_t>(table.size());
-  return table.data();
+    return !table.empty();
+  });
+  if (count != nullptr) *count = read ? static_cast<int32_t>(table.size()) : 0;
+  return read ? table.data() : nullptr;
 }
 
 // --- Field files ---------------------------------------------------------------------------------
@@ -74,7 +71,7 @@ void give(T* out, T value) {
 
 short TQ_CALL classify_file(void*, const char* path, short* number, char* title, char* comment,
                             short* number2) {
-  try {
+  return guarded<short>(1, [&] {
     FieldFile file;
     if (!file.open(view(path))) return 1;
     const FieldFileHeader& header = file.header();
@@ -83,16 +80,14 @@ short TQ_CALL classify_file(void*, const char* path, short* number, char* title,
     copy_text(title, sizeof header.title, view(header.title));
     copy_text(comment, sizeof header.comment, view(header.comment));
     return 0;
-  } catch (...) {  // out of memory
-    return 1;
-  }
+  });
 }
 
 // The field ids of a field file.
 using Membership = std::bitset<0x8000>;
 
 void* TQ_CALL open_membership(void*, const char* path) {
-  try {
+  return guarded<void*>(nullptr, [&]() -> void* {
     FieldFile file;
     if (!file.open(view(path))) return nullptr;
     auto fields = std::make_unique<Membership>();
@@ -100,9 +95,7 @@ void* TQ_CALL open_membership(void*, const char* path) {
       fields->set(static_cast<std::size_t>(record.fldId));
     }
     return fields.release();
-  } catch (...) {  // out of memory
-    return nullptr;
-  }
+  });
 }
 
 // A field file lists what its application has, so the application's number does not matter.
@@ -115,21 +108,15 @@ void TQ_CALL close_membership(void*, void* test) { delete static_cast<Membership
 
 void* TQ_CALL open_field_file(void*, const char* path, const char* mode) {
   if (view(mode) != "r") return nullptr;
-  try {
+  return guarded<void*>(nullptr, [&] {
     auto file = std::make_unique<FieldFile>();
     return file->open(view(path)) ? file.release() : nullptr;
-  } catch (...) {  // out of memory
-    return nullptr;
-  }
+  });
 }
 
 short TQ_CALL read_field_file(void*, void* file, tFLDCOM_FLDREC* record) {
   if (file == nullptr || record == nullptr) return 1;
-  try {
-    return static_cast<FieldFile*>(file)->next(*record) ? 0 : 1;
-  } catch (...) {  // out of memory
-    return 1;
-  }
+  return guarded<short>(1, [&] { return static_cast<FieldFile*>(file)->next(*record) ? 0 : 1; });
 }
 
 void TQ_CALL close_field_file(void*, void* file) { delete static_cast<FieldFile*>(file); }

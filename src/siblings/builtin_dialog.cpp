@@ -1,6 +1,7 @@
 // The built-in dialogs: the platform's own, behind the table's C functions.
 #include <string>
 
+#include "common/guarded.h"
 #include "common/text.h"
 #include "platform/dialogs.h"
 #include "siblings/builtins.h"
@@ -9,27 +10,14 @@
 namespace tq {
 namespace {
 
-// Runs an entry's body; memory that runs out must not pass the C table.
-template <class Result, class Body>
-Result guarded(Result failure, Body&& body) noexcept {
-  try {
-    return body();
-  } catch (...) {
-    return failure;
-  }
-}
-
 template <class Body>
 void on_progress(void* progress, Body&& body) noexcept {
   if (progress == nullptr) return;
-  try {
-    body(*static_cast<platform::Progress*>(progress));
-  } catch (...) {  // a line that cannot be shown is no reason to stop
-  }
+  guarded([&] { body(*static_cast<platform::Progress*>(progress)); });
 }
 
 void* TQ_CALL progress_open(void*, const char* caption, const char* heading, short canCancel) {
-  return guarded(static_cast<void*>(nullptr), [&]() -> void* {
+  return guarded<void*>(nullptr, [&] {
     return platform::open_progress(view(caption), view(heading), canCancel != 0).release();
   });
 }
@@ -62,7 +50,7 @@ void TQ_CALL progress_close(void*, void* progress) {
 
 short TQ_CALL missing_folder(void*, const char* caption, const char* message, const char* folder,
                              const char* fileName, char* chosen) {
-  return guarded(short{TQ_FOLDER_CANCEL}, [&]() -> short {
+  return guarded<short>(TQ_FOLDER_CANCEL, [&] {
     std::string other;
     switch (platform::ask_missing_folder(view(caption), view(message), view(folder), view(fileName),
                                          other)) {
@@ -80,7 +68,7 @@ short TQ_CALL missing_folder(void*, const char* caption, const char* message, co
 
 short TQ_CALL setup_notice(void*, const char* caption, const char* note1, const char* note2,
                            const char* helpFile) {
-  return guarded(short{1}, [&]() -> short {
+  return guarded<short>(1, [&] {
     return platform::show_notice(view(caption), view(note1), view(note2), view(helpFile)) ? 0 : 1;
   });
 }

@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "base/sjis_literal.h"
+#include "common/guarded.h"
 #include "common/text.h"
 #include "platform/dialogs.h"
 #include "siblings/builtins.h"
@@ -45,25 +46,19 @@ void TQ_CALL set_message(void*, short category, short number, const char* detail
   for (const Message& message : kMessages) {
     if (message.category == category && message.number == number) chosen.message = &message;
   }
-  try {
-    chosen.detail = view(detail);
-  } catch (...) {  // out of memory: the message alone
-    chosen.detail.clear();
-  }
+  chosen.detail = guarded(std::string(), [&] { return std::string(view(detail)); });
 }
 
 short TQ_CALL show(void*) {
   const bool question = chosen.message->buttons == platform::Buttons::kYesNo;
-  bool yes = false;
-  try {
+  // Without memory the answer is the one that changes nothing.
+  const bool yes = guarded(false, [] {
     char caption[TQ_PATH_SIZE] = {};
     fldcom().FldComGetCaption(fldcom().context, caption);
     std::string text = chosen.message->text;
     if (!chosen.detail.empty()) text += "\n" + chosen.detail;
-    yes = platform::ask(caption, text, chosen.message->buttons);
-  } catch (...) {  // out of memory: the answer that changes nothing
-    yes = false;
-  }
+    return platform::ask(caption, text, chosen.message->buttons);
+  });
   if (question) return yes ? TQ_ANSWER_YES : TQ_ANSWER_NO;
   return TQ_ANSWER_OK;
 }

@@ -2,6 +2,7 @@
 #include <string_view>
 
 #include "base/sjis_literal.h"
+#include "common/guarded.h"
 #include "common/text.h"
 #include "siblings/builtins.h"
 #include "siblings/home.h"
@@ -25,20 +26,15 @@ constexpr FolderDefault kMember = {"member", "member"};
 
 template <const FolderDefault& kFolder>
 void TQ_CALL get_folder(void*, char* folder) {
-  try {
-    copy_text(folder, TQ_PATH_SIZE, configured_folder(kFolder.key, kFolder.fallback));
-  } catch (...) {  // out of memory: no folder
-    copy_text(folder, TQ_PATH_SIZE, {});
-  }
+  copy_text(folder, TQ_PATH_SIZE, {});
+  guarded(
+      [&] { copy_text(folder, TQ_PATH_SIZE, configured_folder(kFolder.key, kFolder.fallback)); });
 }
 
 void TQ_CALL get_caption(void*, char* caption) {
   constexpr std::string_view kDefault = "住所録"_sjis;
-  try {
-    copy_text(caption, TQ_PATH_SIZE, configured_text("caption", kDefault));
-  } catch (...) {  // out of memory
-    copy_text(caption, TQ_PATH_SIZE, kDefault);
-  }
+  copy_text(caption, TQ_PATH_SIZE, kDefault);
+  guarded([&] { copy_text(caption, TQ_PATH_SIZE, configured_text("caption", kDefault)); });
 }
 
 void TQ_CALL set_history_no(void*, uint16_t number) { history_filing().number = number; }

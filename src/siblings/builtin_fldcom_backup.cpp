@@ -3,6 +3,7 @@
 #include <string>
 
 #include "base/sjis_literal.h"
+#include "common/guarded.h"
 #include "common/text.h"
 #include "siblings/builtins.h"
 #include "siblings/home.h"
@@ -23,11 +24,10 @@ constexpr std::string_view default_caption(short type) {
 // `group<type>` of section [texts] in tqutil.ini, else a word for the type.
 void TQ_CALL get_group_caption(void*, short type, char* caption) {
   const std::string_view fallback = default_caption(type);
-  try {
+  copy_text(caption, TQ_PATH_SIZE, fallback);
+  guarded([&] {
     copy_text(caption, TQ_PATH_SIZE, configured_text("group" + std::to_string(type), fallback));
-  } catch (...) {  // out of memory
-    copy_text(caption, TQ_PATH_SIZE, fallback);
-  }
+  });
 }
 
 // There is no mail store to transfer; whatever else there is, files hold it.

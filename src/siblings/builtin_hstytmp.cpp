@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "common/guarded.h"
 #include "platform/platform.h"
 #include "siblings/builtins.h"
 #include "siblings/siblings.h"
@@ -26,10 +27,7 @@ static_assert(sizeof(tHSTYTMP_REC) == 518 && sizeof(LogRow) == 522);
 class RecordLog {
  public:
   ~RecordLog() {
-    try {
-      discard();
-    } catch (...) {  // out of memory: the file stays
-    }
+    guarded([this] { discard(); });
   }
 
   // Files a record under the numbers in force; false when it could not be kept.
@@ -134,34 +132,18 @@ RecordLog& record_log() {
   return log;
 }
 
-// An entry's body; memory that runs out becomes `failure`.
-template <class Body>
-short guarded(short failure, Body&& body) noexcept {
-  try {
-    return body();
-  } catch (...) {
-    return failure;
-  }
-}
-
 void TQ_CALL remove(void*) {
-  guarded(0, [] {
-    record_log().discard();
-    return short{0};
-  });
+  guarded([] { record_log().discard(); });
 }
 
 void TQ_CALL term(void*) {
-  guarded(0, [] {
-    record_log().end();
-    return short{0};
-  });
+  guarded([] { record_log().end(); });
 }
 
 short TQ_CALL exists(void*) { return record_log().empty() ? 0 : 1; }
 
 short TQ_CALL read(void*, tHSTYTMP_REC* record, short number) {
-  return guarded(1, [=]() -> short {
+  return guarded<short>(1, [=] {
     const bool found =
         record != nullptr && record_log().next(static_cast<std::uint16_t>(number), *record);
     return found ? 0 : 1;
@@ -169,8 +151,7 @@ short TQ_CALL read(void*, tHSTYTMP_REC* record, short number) {
 }
 
 short TQ_CALL write(void*, const tHSTYTMP_REC* record) {
-  return guarded(1,
-                 [=]() -> short { return record != nullptr && record_log().add(*record) ? 0 : 1; });
+  return guarded<short>(1, [=] { return record != nullptr && record_log().add(*record) ? 0 : 1; });
 }
 
 }  // namespace

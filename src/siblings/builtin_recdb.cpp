@@ -6,6 +6,7 @@
 #include <string_view>
 #include <vector>
 
+#include "common/guarded.h"
 #include "common/lines.h"
 #include "common/table_memory.h"
 #include "common/text.h"
@@ -85,11 +86,7 @@ Definitions load() {
 
 // What is known; empty while the file cannot be read.
 const Definitions& known() noexcept {
-  try {
-    if (!definitions.read) definitions = load();
-  } catch (...) {  // out of memory
-    definitions = {};
-  }
+  if (!definitions.read) definitions = guarded(Definitions(), load);
   return definitions;
 }
 

@@ -3,6 +3,7 @@
 #include <iterator>
 #include <utility>
 
+#include "common/guarded.h"
 #include "common/text.h"
 #include "syncfld/sync_fld_state.h"
 
@@ -46,7 +47,7 @@ void CSyncFldCtl::SyflSetMode(short mode) { state_->mode = mode; }
 int32_t CSyncFldCtl::SyflAddFileInfo(tSYNC_INFO* info) {
   State& state = *state_;
   if (info == nullptr || state.files.size() >= state.capacity) return -1;
-  try {
+  return tq::guarded<int32_t>(-1, [&] {
     tq::tSYFL_FILEINFO added;
     added.appType = info->appType;
     added.appType2 = info->appType2;
@@ -57,10 +58,8 @@ int32_t CSyncFldCtl::SyflAddFileInfo(tSYNC_INFO* info) {
     std::copy(std::begin(info->trFlg), std::end(info->trFlg), added.trFlg);
     state.mMakeFldInfo(added);
     state.add(std::move(added));
-    return static_cast<int32_t>(state.files.size()) - 1;
-  } catch (...) {  // out of memory
-    return -1;
-  }
+    return state.files.size() - 1;
+  });
 }
 
 short CSyncFldCtl::SyflSetMstFileInfo(const unsigned char* masterFldFile) {

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "common/guarded.h"
 #include "common/lines.h"
 #include "common/record_table.h"
 #include "common/text.h"
@@ -180,11 +181,7 @@ const tq::LoadedWithLibrary loaded;
 
 short CSyncFldCtl::ReadSyncKeyFile() {
   if (s_appTbl != nullptr) return 0;
-  try {
-    return tq::read_key_file();
-  } catch (...) {  // out of memory
-    return 1;
-  }
+  return tq::guarded<short>(1, tq::read_key_file);
 }
 
 void CSyncFldCtl::FreeSyncKeyFile() {
