@@ -50,7 +50,7 @@ endfunction()
 
 # In ctest a target runs for a few seconds. Inputs that it finds stay in the build folder.
 function(tq_fuzz name)
-  add_executable(${name} ${ARGN})
+  add_executable(${name} ${ARGN} ${PROJECT_SOURCE_DIR}/fuzz/target.cpp)
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/fuzz ${PROJECT_SOURCE_DIR}/tests)
   target_link_libraries(${name} PRIVATE tq_options tqutil_test_build)
   target_link_options(${name} PRIVATE -fsanitize=fuzzer)

@@ -1,30 +1,12 @@
 // A backup history of any content, under an id and under another name: listed, its groups and files
 // read, deleted. Nothing outside its own backup folder may be deleted. `@` in the input stands for
 // the home folder. Restoring is left out: it would write where the input says.
-#include <cstddef>
-#include <cstdint>
 #include <string>
 
-#include "require.h"
-#include "support/home.h"
+#include "guarded_home.h"
 #include "tqutil/backup.h"
 
 namespace {
-
-// Everything that must still be there afterwards.
-struct Guarded : tq::test::TestHome {
-  Guarded() {
-    write("precious", "1");
-    write("backup\\precious", "2");
-    write("backup\\00000\\copy", "3");
-    write("data\\TQ_BKINF.DAT", "4");
-    make_folder("data");
-  }
-  void check() const {
-    require(exists("precious") && exists("backup\\precious") && exists("backup\\00000\\copy") &&
-            exists("data\\TQ_BKINF.DAT"));
-  }
-};
 
 void walk(CBackUpCtl& object, int32_t backups) {
   unsigned char id[TQ_BKUP_ID_SIZE], group[TQ_BKUP_GRP_ID_SIZE], path[TQ_PATH_SIZE];
@@ -45,14 +27,13 @@ void walk(CBackUpCtl& object, int32_t backups) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  static const Guarded home;
+void try_input(std::string_view input) {
+  static const GuardedHome home(
+      {"precious", "backup\\precious", "backup\\00000\\copy", "data\\TQ_BKINF.DAT"});
   std::string text;
-  for (std::size_t i = 0; i < size; ++i) {
-    text += data[i] == '@' ? home.path() : std::string(1, static_cast<char>(data[i]));
-  }
-  for (const char* id : {"00001", "other"}) {
-    const std::string history = "data\\" + std::string(id) + ".BKH";
+  for (const char byte : input) text += byte == '@' ? home.path() : std::string(1, byte);
+  for (const std::string id : {"00001", "other"}) {
+    const std::string history = "data\\" + id + ".BKH";
     home.write(history, text);
     home.write("backup\\00001\\copy", "x");
     CBackUpCtl object;
@@ -62,8 +43,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     static_cast<void>(object.IsNeedOutlook(0));
     static_cast<void>(object.DeleteBkupAll());
     require(!home.exists(history));
-    require(home.exists("backup\\00001\\copy") || std::string(id) == "00001");
+    require(home.exists("backup\\00001\\copy") || id == "00001");
     home.check();
   }
-  return 0;
 }

@@ -1,14 +1,12 @@
 // Backup settings of any content: read, one value written, read again. The value is there, the
 // others are as before, and of the file's lines at most the value's own is another.
 #include <algorithm>
-#include <cstddef>
-#include <cstdint>
 #include <iterator>
 #include <string>
 #include <vector>
 
-#include "require.h"
 #include "support/home.h"
+#include "target.h"
 #include "tqutil/backup.h"
 
 namespace {
@@ -29,11 +27,11 @@ std::string other_values() {
 }
 
 // Without their ends, which may be added to the last one.
-std::vector<std::string> lines_of(const std::string& text) {
+std::vector<std::string> lines_of(std::string_view text) {
   std::vector<std::string> lines;
   for (std::size_t begin = 0; begin < text.size();) {
     const std::size_t end = std::min(text.find('\n', begin), text.size());
-    lines.push_back(text.substr(begin, end - begin));
+    lines.emplace_back(text.substr(begin, end - begin));
     while (lines.back().ends_with('\r')) lines.back().pop_back();
     begin = end + 1;
   }
@@ -51,17 +49,15 @@ void require_rest_kept(const std::vector<std::string>& before,
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+void try_input(std::string_view input) {
   static const tq::test::TestHome home;
-  const std::string text(reinterpret_cast<const char*>(data), size);
-  home.write(kFile, text);
+  home.write(kFile, input);
   const std::string others = other_values();
   require(tqSetGenerationCnt(5) != 0);
   require(tqGetBkupGeneration() == 5);
   require(other_values() == others);
   const std::string written = home.read(kFile);
-  require_rest_kept(lines_of(text), lines_of(written));
+  require_rest_kept(lines_of(input), lines_of(written));
   require(tqSetGenerationCnt(5) != 0);
   require(home.read(kFile) == written);
-  return 0;
 }

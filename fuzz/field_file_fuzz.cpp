@@ -1,12 +1,11 @@
 // A field file of any content, as a member of an application that gets special fields, as the
 // master and in a list: what a list holds is found in it, by position and by field id. The last
 // byte chooses the application and the mode.
-#include <cstdint>
 #include <iterator>
 #include <string>
 
-#include "require.h"
 #include "support/home.h"
+#include "target.h"
 #include "tqutil/csvinfo.h"
 #include "tqutil/records.h"
 #include "tqutil/syncfld.h"
@@ -49,14 +48,14 @@ void check_master(const CSyncFldCtl& fields) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+void try_input(std::string_view input) {
   static const tq::test::TestHome home;
-  home.write("fields\\2b\\x.FLD", std::string(reinterpret_cast<const char*>(data), size));
+  home.write("fields\\2b\\x.FLD", input);
   std::string path = home.at("fields\\2b\\x.FLD");
 
   // The application and the mode in which the lists are built; one of each, or a run takes long.
   constexpr short kApplications[] = {0, 1, 7, 12, 47};
-  const std::size_t choice = size == 0 ? 0 : data[size - 1];
+  const std::size_t choice = input.empty() ? 0 : static_cast<unsigned char>(input.back());
   CSyncFldCtl fields;
   fields.SyflSetMode(choice < 128 ? 0 : 1);
   fields.SyflCreateFileTbl(1);
@@ -77,5 +76,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   short number2 = -1;
   char found[TQ_PATH_SIZE] = "";
   while (list.GetCsvFldInfoNext2(&number, &number2, found) == 0) require(number >= 0);
-  return 0;
 }

@@ -1,15 +1,14 @@
 // History files of any content, read back piece by piece beside a plain reading of the same bytes;
 // and records of the history store of any content, whose lines must come back as they were copied.
 #include <algorithm>
-#include <cstdint>
 #include <cstring>
 #include <string>
 #include <string_view>
 
 #include "base/sjis.h"
-#include "require.h"
 #include "siblings/siblings.h"
 #include "support/home.h"
+#include "target.h"
 #include "tqutil/history.h"
 #include "tqutil/siblings.h"
 
@@ -56,7 +55,7 @@ void read_back(CHistoryCtl& history, std::string_view bytes) {
 }
 
 // A record that the application filed, its texts without an end, copied into the file.
-void copy_record(History& at, const std::string& bytes) {
+void copy_record(History& at, std::string_view bytes) {
   tHSTYTMP_REC record{};
   std::memcpy(&record, bytes.data(), std::min(sizeof record, bytes.size()));
   const tHSTYTMP_API& store = tq::hstytmp();
@@ -68,12 +67,10 @@ void copy_record(History& at, const std::string& bytes) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+void try_input(std::string_view input) {
   static History at;
-  const std::string bytes(reinterpret_cast<const char*>(data), size);
-  at.home.write(at.read_file, bytes);
-  read_back(at.history, bytes);
+  at.home.write(at.read_file, input);
+  read_back(at.history, input);
   at.home.write(at.read_file, "");
-  copy_record(at, bytes);
-  return 0;
+  copy_record(at, input);
 }

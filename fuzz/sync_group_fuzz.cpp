@@ -1,36 +1,16 @@
 // A group file of any content: read, listed, saved, its members and the group itself deleted.
 // Nothing outside the group folder and the member folder of a usable id may change.
-#include <cstddef>
-#include <cstdint>
 #include <string>
 
-#include "require.h"
-#include "support/home.h"
+#include "guarded_home.h"
 #include "support/records.h"
 #include "tqutil/syncfile.h"
 
-namespace {
-
-// Everything that must still be there afterwards.
-struct Guarded : tq::test::TestHome {
-  Guarded() {
-    write("precious.tmp", "1");
-    write("work\\precious.tmp", "2");
-    write("member\\precious.tmp", "3");
-    write("data\\precious.tmp", "4");
-  }
-  void check() const {
-    require(exists("precious.tmp") && exists("work\\precious.tmp") &&
-            exists("member\\precious.tmp") && exists("data\\precious.tmp"));
-  }
-};
-
-}  // namespace
-
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-  static const Guarded home;
+void try_input(std::string_view input) {
+  static const GuardedHome home(
+      {"precious.tmp", "work\\precious.tmp", "member\\precious.tmp", "data\\precious.tmp"});
   const std::string path = home.at("group\\input.SYG");
-  home.write("group\\input.SYG", std::string(reinterpret_cast<const char*>(data), size));
+  home.write("group\\input.SYG", input);
 
   CSyncFileCtl group;
   require(group.Open(path.c_str(), "a") == 0);
@@ -52,5 +32,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   while (group.GetSyncGrpNext(&pos, &listed) == 0) static_cast<void>(group.DeleteSyncGrp(pos));
   home.check();
   home.remove("group");
-  return 0;
 }

@@ -1,10 +1,9 @@
 // A key file of any content: every entry and every item can be looked at, and a key is always a
 // field of one of the first two entries of its type.
-#include <cstdint>
 #include <string>
 
-#include "require.h"
 #include "support/home.h"
+#include "target.h"
 #include "tqutil/syncfld.h"
 
 namespace {
@@ -30,9 +29,9 @@ bool stands_in_an_entry(short appType, short fldId) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+void try_input(std::string_view input) {
   static const tq::test::TestHome home;
-  home.write("definition\\SYNCKEY.DAT", std::string(reinterpret_cast<const char*>(data), size));
+  home.write("definition\\SYNCKEY.DAT", input);
 
   CSyncFldCtl::FreeSyncKeyFile();
   const short result = CSyncFldCtl::ReadSyncKeyFile();
@@ -41,7 +40,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     static_cast<void>(CSyncFldCtl::SykyGetKeyS(-1, 0, key));
     static_cast<void>(CSyncFldCtl::SykyGetKeyS(CSyncFldCtl::s_appCnt, 0, key));
   }
-  if (result != 0) return 0;
+  if (result != 0) return;
   require(CSyncFldCtl::s_appTbl != nullptr && CSyncFldCtl::s_appCnt >= 0);
   for (short i = 0; i < CSyncFldCtl::s_appCnt; ++i) {
     const tSYKY_APP_TBL& app = CSyncFldCtl::s_appTbl[i];
@@ -56,5 +55,4 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
   }
   require(CSyncFldCtl::ReadSyncKeyFile() == 0);
-  return 0;
 }
