@@ -55,7 +55,7 @@ BackupHost::BackupHost() {
   errbox_.context = this;
   errbox_.ErrBoxSetMessage = [](void* context, short category, short number, const char* detail) {
     self(context).message_ = "message " + std::to_string(category) + "." + std::to_string(number) +
-                             " " + std::string(view(detail));
+                             " " + self(context).relative(std::string(view(detail)));
   };
   errbox_.ErrBoxShow = [](void* context) {
     self(context).log.push_back(self(context).message_);
@@ -75,7 +75,7 @@ BackupHost::BackupHost() {
   };
   dialog_.DlgProgressFile = [](void* context, void*, const char* text) {
     if (*text != '\0') ++self(context).files_done_;
-    self(context).log.push_back("file " + std::string(text));
+    self(context).log.push_back(self(context).relative("file " + std::string(text)));
   };
   dialog_.DlgProgressPos = [](void* context, void*, short shown) { self(context).percent = shown; };
   dialog_.DlgProgressCancelled = [](void* context, void*) {
@@ -86,7 +86,8 @@ BackupHost::BackupHost() {
   dialog_.DlgMissingFolder = [](void* context, const char*, const char*, const char* folder,
                                 const char* name, char* chosen) {
     auto& answers = self(context).folder_answers;
-    self(context).log.push_back("missing " + std::string(folder) + "|" + name);
+    self(context).log.push_back(self(context).relative("missing " + std::string(folder)) + "|" +
+                                name);
     if (answers.empty()) return short{TQ_FOLDER_CANCEL};
     const auto [answer, other] = answers.front();
     answers.erase(answers.begin());
@@ -106,19 +107,24 @@ const char* const* BackupHost::give_related(const std::string& path, int32_t* co
   return related_pointers_.data();
 }
 
-short BackupHost::back_up(short kind, const std::vector<Group>& groups,
-                          const std::string& info) const {
-  CBackUpCtl run;
+short BackupHost::prepare(CBackUpCtl& run, short kind, const std::vector<Group>& groups) const {
   run.CreateBackUp(kind);
-  run.SetBackUpInfo(bytes(info));
   for (const Group& group : groups) {
     if (run.StartBackUpFileGrp(group.type, bytes(group.name)) != 0) return 1;
     for (const std::string& file : group.files) {
       if (run.AddBackUpFileGrp(bytes(at(file)), short{7}) != 0) return 1;
     }
   }
-  const short copied = run.StartBackUp();
-  return copied != 0 ? copied : run.RenewalBackUp();
+  return 0;
+}
+
+short BackupHost::back_up(short kind, const std::vector<Group>& groups,
+                          const std::string& info) const {
+  CBackUpCtl run;
+  short result = prepare(run, kind, groups);
+  run.SetBackUpInfo(bytes(info));
+  if (result == 0) result = run.StartBackUp();
+  return result != 0 ? result : run.RenewalBackUp();
 }
 
 void BackupHost::set_time(const std::string& id, const std::string& time) const {
@@ -129,41 +135,57 @@ void BackupHost::set_time(const std::string& id, const std::string& time) const 
 }
 
 std::vector<std::string> BackupHost::listed(short kind) {
-  CBackUpCtl list;
-  std::vector<std::string> rows;
-  if (list.ReadBackUpFileList(kind) < 0) return {"unreadable"};
-  unsigned char id[TQ_BKUP_ID_SIZE];
-  short of_kind = 0;
   int32_t groups = 0;
-  while (list.GetBackUpFileListNext(id, &of_kind, nullptr, nullptr, &groups) == 0) {
-    rows.push_back(std::string(reinterpret_cast<char*>(id)) + " " + std::to_string(of_kind) + " " +
-                   std::to_string(groups));
+  const int32_t list = tqOpenBackUpFileList(kind, &groups);
+  if (list == 0) return {"unreadable"};
+  std::vector<std::string> rows;
+  char id[TQ_BKUP_ID_SIZE];
+  short of_kind = 0;
+  while (tqGetBackUpFileListNext(list, id, &of_kind, nullptr, nullptr, &groups) == 0) {
+    rows.push_back(id + (" " + std::to_string(of_kind)) + " " + std::to_string(groups));
   }
+  tqCloseBackUpFileList(list);
   return rows;
+}
+
+std::vector<BackupHost::Listed> BackupHost::files() {
+  std::vector<Listed> all;
+  int32_t count = 0;
+  const int32_t list = tqOpenBackUpFileList(-1, &count);
+  EXPECT_NE(list, 0);
+  char id[TQ_BKUP_ID_SIZE], group[TQ_BKUP_GRP_ID_SIZE], path[TQ_PATH_SIZE], copy[TQ_PATH_SIZE];
+  uint32_t size = 0;
+  short kind = 0;
+  while (tqGetBackUpFileListNext(list, id, nullptr, nullptr, nullptr, nullptr) == 0) {
+    tqGetBackUpFileGrpInit(list, id);
+    while (tqGetBackUpFileGrpNext(list, group, nullptr, &count) == 0) {
+      EXPECT_EQ(tqGetBackUpFileInit(list, group), count);
+      while (tqGetBackUpFileNext(list, path, copy, nullptr, &size, &kind) == 0) {
+        all.push_back({id, path, copy, size, kind});
+      }
+    }
+  }
+  tqCloseBackUpFileList(list);
+  return all;
 }
 
 std::map<std::string, std::map<std::string, std::string>> BackupHost::restorable() const {
   std::map<std::string, std::map<std::string, std::string>> all;
-  CBackUpCtl list;
-  EXPECT_GE(list.ReadBackUpFileList(-1), 0);
-  char id[TQ_BKUP_ID_SIZE], group[TQ_BKUP_GRP_ID_SIZE], path[TQ_PATH_SIZE], copy[TQ_PATH_SIZE];
-  const auto out = [](char* text) { return reinterpret_cast<unsigned char*>(text); };
-  while (list.GetBackUpFileListNext(out(id), nullptr, nullptr, nullptr, nullptr) == 0) {
-    list.GetBackUpFileGrpInit(out(id));
-    while (list.GetBackUpFileGrpNext(out(group), nullptr, nullptr) == 0) {
-      list.GetBackUpFileInit(out(group));
-      uint32_t size = 0;
-      while (list.GetBackUpFileNext(out(path), out(copy), nullptr, &size, nullptr) == 0) {
-        if (std::string(copy) == "dummy") continue;
-        const std::string name = std::string(copy).substr(this->path().size() + 1);
-        EXPECT_TRUE(exists(name)) << "backup " << id << " lost " << copy;
-        if (!exists(name)) continue;
-        all[id][path] = read(name);
-        EXPECT_EQ(all[id][path].size(), size) << copy;
-      }
-    }
+  for (const Listed& file : files()) {
+    if (file.copy == "dummy") continue;
+    const std::string name = file.copy.substr(path().size() + 1);
+    EXPECT_TRUE(exists(name)) << "backup " << file.id << " lost " << file.copy;
+    if (!exists(name)) continue;
+    EXPECT_EQ((all[file.id][file.path] = read(name)).size(), file.size) << file.copy;
   }
   return all;
+}
+
+std::string BackupHost::replaced(std::string text, const std::string& from, const std::string& to) {
+  for (std::size_t at = 0; (at = text.find(from, at)) != std::string::npos; at += to.size()) {
+    text.replace(at, from.size(), to);
+  }
+  return text;
 }
 
 }  // namespace tq::test

@@ -23,7 +23,7 @@ class BackupHost : public TestHome {
   BackupHost();
   ~BackupHost() { set_siblings(nullptr); }
 
-  // What was shown and asked, in order.
+  // What was shown and asked, in order. `@` stands for the home in what tells of a path.
   std::vector<std::string> log;
   // The bar's last position, and after how many files the user presses cancel (-1: never).
   int percent = -1;
@@ -45,17 +45,31 @@ class BackupHost : public TestHome {
     std::string name;
     std::vector<std::string> files;  // relative to the home
   };
+  // A run that is ready to start; 1 when it refuses something.
+  short prepare(CBackUpCtl& run, short kind, const std::vector<Group>& groups) const;
   // A whole run; the result of its first step that fails.
   short back_up(short kind, const std::vector<Group>& groups, const std::string& info = "i") const;
   // Puts a backup's time into its history.
   void set_time(const std::string& id, const std::string& time) const;
   // "id kind group-count" of every listed backup.
   static std::vector<std::string> listed(short kind);
+  // The files of all backups, in the order of the list.
+  struct Listed {
+    std::string id, path, copy;
+    uint32_t size;
+    short kind;
+  };
+  static std::vector<Listed> files();
   // What every backup can bring back: id -> original path -> bytes of the copy. A listed copy that
   // is missing or has another size than recorded fails the test.
   std::map<std::string, std::map<std::string, std::string>> restorable() const;
 
+  // A text with the home for each `@`, and one with `@` for the home.
+  std::string filled(std::string text) const { return replaced(std::move(text), "@", path()); }
+  std::string relative(std::string text) const { return replaced(std::move(text), path(), "@"); }
+
  private:
+  static std::string replaced(std::string text, const std::string& from, const std::string& to);
   const char* const* give_related(const std::string& path, int32_t* count);
 
   tFLDCOM_API fldcom_{};

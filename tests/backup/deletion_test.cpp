@@ -1,11 +1,7 @@
 // Deleting backups: what goes, what stays, and how far a history is followed.
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
-
 #include "backup/backup_host.h"
 #include "platform/platform.h"
+#include "support/test.h"
 
 namespace {
 
@@ -54,15 +50,10 @@ TEST(DeleteBackup, WithoutAUsableCopyTheFolderIsFoundByTheId) {
   EXPECT_TRUE(host.exists("f"));
 }
 
-struct Hostile {
-  const char* why;
-  std::string history;  // name of the file
-  std::string copy;     // what it says its copy is; `@` stands for the home
-  short result;
-};
-
 TEST(DeleteBackup, AHistoryLeadsNowhereElse) {
-  const Hostile cases[] = {
+  // `history`: name of the file
+  // `copy`: what it says its copy is; `@` stands for the home
+  const std::tuple<const char*, std::string, std::string, short> cases[] = {
       {"a user's file", "00001", "@\\u\\file", 0},
       {"another backup's copy", "00001", "@\\backup\\00000\\copy", 0},
       {"a climbing path", "00001", "@\\backup\\00001\\..\\00000\\copy", 0},
@@ -70,20 +61,18 @@ TEST(DeleteBackup, AHistoryLeadsNowhereElse) {
       {"a name that is no id", "save", "@\\backup\\00000\\copy", 1},
       {"a name that climbs", "..00", "@\\u\\file", 1},
   };
-  for (const Hostile& c : cases) {
-    SCOPED_TRACE(c.why);
+  for (const auto& [why, history, copy, result] : cases) {
+    SCOPED_TRACE(why);
     BackupHost host;
     host.write("u\\file", "1");
     host.write("backup\\00000\\copy", "2");
     host.make_folder("data");
     const auto before = host.contents();
-    std::string copy = c.copy;
-    copy.replace(0, 1, host.path());
-    host.write("data\\" + c.history + ".BKH",
-               "00001\n0\n2003,7,6,5,9,4,0\ninfo\n1\n0000100000\n10\n1\n" + host.at("u\\file") +
-                   "\n" + copy + "\n0,0\n0,0\n0,0\n32\n1\n0\n");
+    host.write("data\\" + history + ".BKH",
+               host.filled("00001\n0\n2003,7,6,5,9,4,0\ninfo\n1\n0000100000\n10\n1\n@\\u\\file\n" +
+                           copy + "\n0,0\n0,0\n0,0\n32\n1\n0\n"));
     host.has_mail_store = true;
-    EXPECT_EQ(tqDeleteBkupGrp("00001"), c.result);
+    EXPECT_EQ(tqDeleteBkupGrp("00001"), result);
     EXPECT_EQ(host.contents(), before) << "the history alone is gone";
     EXPECT_TRUE(host.log.empty()) << "and no mail-store copy was asked for";
   }

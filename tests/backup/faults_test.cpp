@@ -1,17 +1,14 @@
 // Every operation of backup, rotation, restore and deletion fails once: what could be restored
 // before can be restored afterwards, except what the operation was asked to remove.
-#include <gtest/gtest.h>
-
 #include <cstdio>
 #include <filesystem>
 #include <functional>
 #include <map>
-#include <string>
-#include <vector>
 
 #include "backup/backup_host.h"
 #include "platform/fault.h"
 #include "support/scoped_variable.h"
+#include "support/test.h"
 
 namespace {
 

@@ -1,10 +1,7 @@
 // The mail-store transfer: what is asked for in the settings, and what comes of its answers.
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
-
 #include "backup/backup_host.h"
+
+#include "support/test.h"
 
 namespace {
 
@@ -66,28 +63,23 @@ TEST(MailStore, IsNotTouchedWhereThereIsNone) {
 }
 
 TEST(MailStore, IsNeededWhenTheNextBackupRotatesOneAway) {
-  struct Case {
-    const char* why;
-    short generations;
-    int place;  // of the mail store among four backups, newest first
-    short needed;
-  };
-  const Case cases[] = {
+  // `of_store`: place of the mail store among four backups, newest first
+  const std::tuple<const char*, short, int, short> cases[] = {
       {"the newest two stay", 3, 1, 0}, {"the third is the last one to stay", 3, 2, 1},
       {"older ones too", 3, 3, 1},      {"none stays", 1, 0, 1},
       {"a count of none", 0, 0, 1},
   };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.why);
+  for (const auto& [why, generations, of_store, needed] : cases) {
+    SCOPED_TRACE(why);
     BackupHost host;
     for (int place = 0; place < 4; ++place) {
       host.write("data\\0000" + std::to_string(place) + ".BKH",
                  "0000" + std::to_string(place) + "\n1\n" + std::to_string(2010 - place) +
-                     ",1,1,1,1,1,1\n \n1\ng\n" + (place == c.place ? "10" : "3") +
+                     ",1,1,1,1,1,1\n \n1\ng\n" + (place == of_store ? "10" : "3") +
                      "\n1\np\nb\n0,0\n0,0\n0,0\n0\n0\n0\n");
     }
-    tqSetGenerationCnt(static_cast<uint16_t>(c.generations));
-    EXPECT_EQ(tqIsNeedOutlook(1), c.needed);
+    tqSetGenerationCnt(static_cast<uint16_t>(generations));
+    EXPECT_EQ(tqIsNeedOutlook(1), needed);
     EXPECT_EQ(tqIsNeedOutlook(0), 0) << "no backup of that kind";
   }
 }

@@ -1,18 +1,14 @@
 // Restoring: what comes back, what is saved before, what is asked, and what is refused.
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
+#include <algorithm>
 
 #include "backup/backup_host.h"
-#include "base/sjis_literal.h"
 #include "platform/platform.h"
+#include "support/test.h"
 #include "support/wine.h"
 
 namespace {
 
 namespace platform = tq::platform;
-using namespace tq::literals;
 using tq::test::BackupHost;
 using tq::test::bytes;
 using Rows = std::vector<std::string>;
@@ -49,8 +45,7 @@ TEST(Restore, DamageRestoreAndUndo) {
   EXPECT_EQ(platform::attributes(book), hidden);
   EXPECT_NE(platform::attributes(locked) & platform::kReadOnly, 0u);
   const std::string heading = "ファイルのリストア中です..."_sjis;
-  EXPECT_NE(std::find(host.log.begin(), host.log.end(), "open caption/" + heading + "/0"),
-            host.log.end());
+  EXPECT_EQ(std::ranges::count(host.log, "open caption/" + heading + "/0"), 1);
   EXPECT_EQ(host.percent, 100);
 
   EXPECT_EQ(BackupHost::listed(-1), (Rows{"00000 1 2", "00001 4 2"}));
@@ -94,67 +89,58 @@ TEST(Restore, SavesAndReplacesTheDataSetAndNotOnlyTheFilesOfTheBackup) {
   EXPECT_EQ(host.read("u\\set.dat"), "old");
 }
 
-struct Missing {
-  const char* why;
-  std::vector<std::pair<short, std::string>> answers;  // paths relative to the home
-  short result;
-  const char* file;  // where the file is afterwards; null: nowhere
-  int asked;
-  std::vector<std::string> messages;
-};
-
 TEST(Restore, MissingFolders) {
-  const Missing cases[] = {
-      {"made again", {{TQ_FOLDER_RECREATE, ""}}, 0, "u\\deep\\a", 1, {}},
-      {"another folder", {{TQ_FOLDER_OTHER, "new\\place\\"}}, 0, "new\\place\\a", 1, {}},
-      {"cancelled", {}, 1, nullptr, 1, {}},
-      {"a file of that name is there, then cancelled; the folder made for it stays",
-       {{TQ_FOLDER_OTHER, "full"}},
-       1,
-       nullptr,
-       2,
-       {"6 full\\a"}},
-      {"the folder cannot be made, then another one",
-       {{TQ_FOLDER_OTHER, "full\\a"}, {TQ_FOLDER_OTHER, "new"}},
-       0,
-       "new\\a",
-       2,
-       {"4 full\\a"}},
-      {"not among the backups",
-       {{TQ_FOLDER_OTHER, "backup\\00000"}, {TQ_FOLDER_RECREATE, ""}},
-       0,
-       "u\\deep\\a",
-       2,
-       {"4 backup\\00000"}},
-  };
-  for (const Missing& c : cases) {
+  // `answers`: paths relative to the home
+  // `file`: where the file is afterwards; null: nowhere
+  // `shown`: messages of the error box
+  const std::tuple<const char*, std::vector<std::pair<short, std::string>>, short, const char*, int,
+                   std::string>
+      cases[] = {
+          {"made again", {{TQ_FOLDER_RECREATE, ""}}, 0, "u\\deep\\a", 1, {}},
+          {"another folder", {{TQ_FOLDER_OTHER, "new\\place\\"}}, 0, "new\\place\\a", 1, {}},
+          {"cancelled", {}, 1, nullptr, 1, {}},
+          {"a file of that name is there, then cancelled; the folder made for it stays",
+           {{TQ_FOLDER_OTHER, "full"}},
+           1,
+           nullptr,
+           2,
+           {"6 @\\full\\a"}},
+          {"the folder cannot be made, then another one",
+           {{TQ_FOLDER_OTHER, "full\\a"}, {TQ_FOLDER_OTHER, "new"}},
+           0,
+           "new\\a",
+           2,
+           {"4 @\\full\\a"}},
+          {"not among the backups",
+           {{TQ_FOLDER_OTHER, "backup\\00000"}, {TQ_FOLDER_RECREATE, ""}},
+           0,
+           "u\\deep\\a",
+           2,
+           {"4 @\\backup\\00000"}},
+      };
+  for (const auto& [why, answers, result, file, asked, shown] : cases) {
     for (const bool single : {false, true}) {
-      SCOPED_TRACE(std::string(c.why) + (single ? ", alone" : ""));
+      SCOPED_TRACE(std::string(why) + (single ? ", alone" : ""));
       BackupHost host;
       host.write("u\\deep\\a", "content");
       ASSERT_EQ(host.back_up(0, {{3, "", {"u\\deep\\a"}}}), 0);
       host.remove("u");
       host.write("full\\a", "mine");
-      for (const auto& [answer, folder] : c.answers) {
+      for (const auto& [answer, folder] : answers) {
         host.folder_answers.emplace_back(answer, folder.empty() ? "" : host.at(folder));
       }
       host.log.clear();
-      EXPECT_EQ(single ? tqRestoreFile("0000000000") : restore("00000"), c.result);
+      EXPECT_EQ(single ? tqRestoreFile("0000000000") : restore("00000"), result);
       EXPECT_EQ(host.read("full\\a"), "mine");
-      if (c.file != nullptr) {
-        EXPECT_EQ(host.read(c.file), "content");
+      if (file != nullptr) {
+        EXPECT_EQ(host.read(file), "content");
       }
-      EXPECT_EQ(
-          std::count(host.log.begin(), host.log.end(), "missing " + host.at("u\\deep") + "|a"),
-          c.asked);
-      std::vector<std::string> messages;
+      EXPECT_EQ(std::ranges::count(host.log, "missing @\\u\\deep|a"), asked);
+      std::string messages;
       for (const std::string& line : host.log) {
-        if (line.starts_with("message 2.")) messages.push_back(line.substr(10));
+        if (line.starts_with("message 2.")) messages += line.substr(10);
       }
-      std::vector<std::string> wanted;
-      for (const std::string& m : c.messages)
-        wanted.push_back(m.substr(0, 2) + host.at(m.substr(2)));
-      EXPECT_EQ(messages, wanted);
+      EXPECT_EQ(messages, shown);
     }
   }
 }
@@ -258,25 +244,13 @@ TEST(Restore, TwoFilesOfOneNameDoNotGoToOnePlace) {
   EXPECT_EQ(restore("00000"), 0);
   EXPECT_EQ(host.read("new\\a"), "1");
   EXPECT_EQ(host.read("y\\a"), "2");
-  EXPECT_NE(std::find(host.log.begin(), host.log.end(), "message 2.6 " + host.at("new\\a")),
-            host.log.end());
+  EXPECT_EQ(std::ranges::count(host.log, "message 2.6 @\\new\\a"), 1);
 }
 
-// A backup of "u\file" and of the folder "f", with one text in its history replaced.
-struct Hostile {
-  const char* why;
-  std::string from, to;  // `@` stands for the home
-};
-
-std::string filled(const BackupHost& host, std::string text) {
-  for (std::size_t at; (at = text.find('@')) != std::string::npos;) {
-    text.replace(at, 1, host.path());
-  }
-  return text;
-}
-
+// A backup of "u\file" or of the folder "f", with one text in its history replaced.
 TEST(Restore, RefusesWhatAHistoryHasNoBusinessWith) {
-  const Hostile cases[] = {
+  // `from`, `to`: `@` stands for the home
+  const std::tuple<const char*, std::string, std::string> cases[] = {
       {"a copy from elsewhere", "\n@\\backup\\00000\\~tq", "\n@\\u\\~tq"},
       {"a copy beside the backups", "\n@\\backup\\00000\\~tq", "\n@\\backup\\~tq"},
       {"a copy that climbs", "\n@\\backup\\00000\\~tq", "\n@\\backup\\00000\\..\\..\\u\\~tq"},
@@ -289,28 +263,27 @@ TEST(Restore, RefusesWhatAHistoryHasNoBusinessWith) {
       {"a folder that holds the backups", ",@\\f\n", ",@\n"},
       {"a truncated history", "\n7\n", "\n"},
   };
-  for (const Hostile& c : cases) {
+  for (const auto& [why, from, to] : cases) {
     for (const bool single : {false, true}) {
-      SCOPED_TRACE(std::string(c.why) + (single ? ", alone" : ""));
+      SCOPED_TRACE(std::string(why) + (single ? ", alone" : ""));
       BackupHost host;
       host.write("u\\file", "1");
       host.write("f\\file", "2");
-      const bool folder = c.from[0] == ',';
+      const bool folder = from[0] == ',';
       const BackupHost::Group file = {3, "", {"u\\file"}}, whole = {64, host.at("f"), {"f\\file"}};
       ASSERT_EQ(host.back_up(0, {folder ? whole : file}), 0);
       ASSERT_EQ(host.back_up(0, {file}), 0);
       host.write("u\\file", "changed");
-      std::string text = host.read("data\\00000.BKH");
-      const std::string from = filled(host, c.from);
+      std::string text = host.relative(host.read("data\\00000.BKH"));
       const std::size_t at = text.rfind(from);
       ASSERT_NE(at, std::string::npos);
-      host.write("data\\00000.BKH", text.replace(at, from.size(), filled(host, c.to)));
+      host.write("data\\00000.BKH", host.filled(text.replace(at, from.size(), to)));
       const auto before = host.contents();
       host.log.clear();
       EXPECT_NE(single ? tqRestoreFile("0000000000") : restore("00000"), 0);
       EXPECT_EQ(host.contents(), before);
       const bool told = !host.log.empty() && host.log.front().starts_with("message 2.7 ");
-      EXPECT_EQ(told, c.from != "\n7\n");
+      EXPECT_EQ(told, from != "\n7\n");
     }
   }
 }
@@ -361,13 +334,14 @@ TEST(Restore, DoesNotDisturbTheListThatIsServed) {
   for (int i = 0; i < 3; ++i) ASSERT_EQ(host.back_up(0, {{3, "", {"a"}}}), 0);
   CBackUpCtl object;
   ASSERT_EQ(object.ReadBackUpFileList(0), 3);
-  unsigned char id[TQ_BKUP_ID_SIZE];
-  ASSERT_EQ(object.GetBackUpFileListNext(id, nullptr, nullptr, nullptr, nullptr), 0);
+  const auto next = [&] {
+    return object.GetBackUpFileListNext(nullptr, nullptr, nullptr, nullptr, nullptr);
+  };
+  ASSERT_EQ(next(), 0);
   ASSERT_EQ(object.RestoreGrp(bytes("00001")), 0);
   ASSERT_EQ(object.DeleteBkupGrp(bytes("00003")), 0);
-  int left = 0;
-  while (object.GetBackUpFileListNext(id, nullptr, nullptr, nullptr, nullptr) == 0) ++left;
-  EXPECT_EQ(left, 2);
+  EXPECT_EQ(next() + next(), 0);
+  EXPECT_EQ(next(), 1);
 }
 
 }  // namespace

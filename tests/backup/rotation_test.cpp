@@ -1,19 +1,15 @@
 // Rotation: which backups go, beside the rule played step by step, and what never goes.
 #include "backup/rotation.h"
 
-#include <gtest/gtest.h>
-
 #include <cstdio>
 #include <random>
-#include <string>
-#include <vector>
 
 #include "backup/backup_host.h"
+#include "support/test.h"
 
 namespace {
 
 using tq::test::BackupHost;
-using tq::test::bytes;
 using Rows = std::vector<std::string>;
 
 struct Model {
@@ -87,9 +83,7 @@ TEST(Rotation, TheCountOfKindZeroHoldsForEveryKindFromConstructionOn) {
   EXPECT_EQ(BackupHost::listed(0), Rows{"00000 0 1"});
   CBackUpCtl run;
   setBkupGeneration(0, 1);  // too late for this object
-  run.CreateBackUp(1);
-  run.StartBackUpFileGrp(1, nullptr);
-  run.AddBackUpFileGrp(bytes(host.at("a")), short{0});
+  ASSERT_EQ(host.prepare(run, 1, {{1, "", {"a"}}}), 0);
   ASSERT_EQ(run.StartBackUp(), 0);
   ASSERT_EQ(run.RenewalBackUp(), 0);
   EXPECT_EQ(BackupHost::listed(1).size(), 2u);

@@ -1,12 +1,9 @@
 // The backup settings: who writes and reads which key, and what the file goes through.
 #include "backup/settings.h"
 
-#include <gtest/gtest.h>
-
-#include <string>
-
 #include "backup/backup_host.h"
 #include "platform/fault.h"
+#include "support/test.h"
 
 namespace {
 
@@ -16,12 +13,7 @@ using tq::test::BackupHost;
 constexpr char kFile[] = "data\\TQ_BKINF.DAT";
 
 TEST(BackupSettings, KindsAndTheirKeys) {
-  struct Case {
-    short kind;
-    const char *written, *read;
-    const char* path_key;
-  };
-  const Case cases[] = {
+  const std::tuple<short, const char*, const char*, const char*> cases[] = {
       {0, "convGeneration", "convGeneration", "conv1"},
       {1, "syncGeneration", "syncGeneration", "sync1"},
       {2, "bkupGeneration", "restGeneration", "bkup1"},  // the restore kind is not the same
@@ -29,22 +21,22 @@ TEST(BackupSettings, KindsAndTheirKeys) {
       {4, "bkupGeneration", "bkupGeneration", "bkup1"},
       {-1, "bkupGeneration", "bkupGeneration", "bkup1"},
   };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.kind);
+  for (const auto& [kind, written, read, path_key] : cases) {
+    SCOPED_TRACE(kind);
     BackupHost host;
     host.make_folder("data");
-    EXPECT_EQ(getBkupGeneration(c.kind), 3) << "nothing set";
-    EXPECT_NE(setBkupGeneration(c.kind, 5), 0);
-    EXPECT_EQ(host.read(kFile), "[TARQO_BACKUP]\r\n" + std::string(c.written) + "=5\r\n");
-    host.write(kFile, "[TARQO_BACKUP]\r\n" + std::string(c.read) + "= -9 or so\r\n");
-    EXPECT_EQ(getBkupGeneration(c.kind), -9);
-    EXPECT_NE(setBkupFilePath(c.kind, 1, "Z:\\a"), 0);
-    EXPECT_NE(host.read(kFile).find("\r\n" + std::string(c.path_key) + "=Z:\\a\r\n"),
+    EXPECT_EQ(getBkupGeneration(kind), 3) << "nothing set";
+    EXPECT_NE(setBkupGeneration(kind, 5), 0);
+    EXPECT_EQ(host.read(kFile), "[TARQO_BACKUP]\r\n" + std::string(written) + "=5\r\n");
+    host.write(kFile, "[TARQO_BACKUP]\r\n" + std::string(read) + "= -9 or so\r\n");
+    EXPECT_EQ(getBkupGeneration(kind), -9);
+    EXPECT_NE(setBkupFilePath(kind, 1, "Z:\\a"), 0);
+    EXPECT_NE(host.read(kFile).find("\r\n" + std::string(path_key) + "=Z:\\a\r\n"),
               std::string::npos);
     char path[TQ_BKUP_TEXT_SIZE];
-    EXPECT_EQ(getBkupFilePath(c.kind, 1, path), 4);
+    EXPECT_EQ(getBkupFilePath(kind, 1, path), 4);
     EXPECT_STREQ(path, "Z:\\a");
-    EXPECT_EQ(getBkupFilePath(c.kind, 2, path), 0);
+    EXPECT_EQ(getBkupFilePath(kind, 2, path), 0);
     EXPECT_STREQ(path, "");
   }
 }
