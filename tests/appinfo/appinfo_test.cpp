@@ -1,17 +1,12 @@
 // The application registry in both forms: the library's own table and the sibling's.
 #include "tqutil/appinfo.h"
 
-#include <gtest/gtest.h>
-
-#include <string>
-
-#include "base/sjis_literal.h"
 #include "siblings/siblings.h"
 #include "support/definitions.h"
+#include "support/test.h"
 
 namespace {
 
-using namespace tq::literals;
 using tq::test::DefinitionHome;
 
 struct Registry : DefinitionHome {
@@ -24,35 +19,31 @@ struct Registry : DefinitionHome {
 };
 
 TEST(AppInfo, Files) {
-  struct Case {
-    const char* why;
-    std::string bytes;
-    short result, count;
-    short type_of_3;  // of the library's table; the sibling's gives 0 where this gives -1
-  };
   Registry home;
-  for (const Case& c : {
-           Case{"comments and empty lines are passed over", ";c\n\nBook:3,1\n", 0, 1, 1},
-           Case{"the first row of a number counts", "A:3,7\r\nB:3,8\r\n", 0, 2, 7},
-           Case{"what follows the type is ignored", "A:3,7,9\nB:4,8", 0, 2, 7},
-           Case{"no type", "A:3,7\nBook:3\n", 1, 0, -1},
-           Case{"no number", "Book:\n", 1, 0, -1},
-           Case{"no label", ":3,7\n", 1, 0, -1},
-           Case{"no colon", "Book\n", 1, 0, -1},
-           Case{"numbers end where digits do", "A: 3x,-2y\n", 0, 1, -2},
-           Case{"empty file", "", 0, 0, -1},
-           Case{"binary", std::string("\0\x81\n\xff", 4), 1, 0, -1},
-           Case{"a row longer than a line", std::string(4000, 'x') + ":3,7\n", 1, 0, -1},
-       }) {
-    SCOPED_TRACE(c.why);
-    EXPECT_EQ(home.read(c.bytes), c.result);
-    EXPECT_EQ(CAppInfoCtl::s_appCnt, c.count);
-    EXPECT_EQ(CAppInfoCtl::s_appTbl == nullptr, c.count == 0);
-    EXPECT_EQ(CAppInfoCtl::GetAppType(3), c.type_of_3);
+  // `type_of_3`: of the library's table; the sibling's gives 0 where this gives -1
+  const std::tuple<const char*, std::string, short, short, short> cases[] = {
+      {"comments and empty lines are passed over", ";c\n\nBook:3,1\n", 0, 1, 1},
+      {"the first row of a number counts", "A:3,7\r\nB:3,8\r\n", 0, 2, 7},
+      {"what follows the type is ignored", "A:3,7,9\nB:4,8", 0, 2, 7},
+      {"no type", "A:3,7\nBook:3\n", 1, 0, -1},
+      {"no number", "Book:\n", 1, 0, -1},
+      {"no label", ":3,7\n", 1, 0, -1},
+      {"no colon", "Book\n", 1, 0, -1},
+      {"numbers end where digits do", "A: 3x,-2y\n", 0, 1, -2},
+      {"empty file", "", 0, 0, -1},
+      {"binary", std::string("\0\x81\n\xff", 4), 1, 0, -1},
+      {"a row longer than a line", std::string(4000, 'x') + ":3,7\n", 1, 0, -1},
+  };
+  for (const auto& [why, bytes, result, count, type_of_3] : cases) {
+    SCOPED_TRACE(why);
+    EXPECT_EQ(home.read(bytes), result);
+    EXPECT_EQ(CAppInfoCtl::s_appCnt, count);
+    EXPECT_EQ(CAppInfoCtl::s_appTbl == nullptr, count == 0);
+    EXPECT_EQ(CAppInfoCtl::GetAppType(3), type_of_3);
     EXPECT_EQ(CAppInfoCtl::GetAppType(99), -1);
     EXPECT_EQ(GetAppType(99), 0);
-    if (c.result != 0) continue;
-    EXPECT_EQ(GetAppType(3), c.type_of_3 == -1 ? 0 : c.type_of_3);
+    if (result != 0) continue;
+    EXPECT_EQ(GetAppType(3), type_of_3 == -1 ? 0 : type_of_3);
   }
 }
 

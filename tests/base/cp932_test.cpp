@@ -2,18 +2,14 @@
 // what whole texts add to it.
 #include "base/cp932.h"
 
-#include <gtest/gtest.h>
-
-#include <string>
 #include <string_view>
 
 #include "base/sjis.h"
-#include "base/sjis_literal.h"
 #include "support/code_page.h"
+#include "support/test.h"
 
 namespace {
 
-using namespace tq::literals;
 using tq::cp932::Accept;
 
 constexpr char16_t kReplacement = 0xFFFD;
@@ -81,27 +77,17 @@ TEST(CodePage, EveryByteComesBackExceptTheFoldedCodes) {
 }
 
 TEST(CodePage, BrokenShiftJisIsReplacedByteByByte) {
-  struct Case {
-    std::string_view bytes;
-    std::u16string_view want;
-    const char* why;
-  };
-  const Case cases[] = {
+  const std::tuple<std::string_view, std::u16string_view, const char*> cases[] = {
       {"a\x82", u"a\uFFFD", "a lead byte at the end"},
       {"\x82 b", u"\uFFFD b", "a lead byte before a byte that cannot follow"},
       {"\x85\x40z", u"\uFFFDz", "a pair without a character takes both bytes"},
       {"\x82\x82\xA0", u"\uFF42\uF8F0", "pairs are taken from the front"},
   };
-  for (const Case& c : cases) EXPECT_EQ(tq::cp932::to_utf16(c.bytes), c.want) << c.why;
+  for (const auto& [bytes, want, why] : cases) EXPECT_EQ(tq::cp932::to_utf16(bytes), want) << why;
 }
 
 TEST(CodePage, ARefusedTextSaysWhere) {
-  struct Case {
-    std::string_view utf8;
-    std::size_t taken;
-    const char* why;
-  };
-  const Case cases[] = {
+  const std::tuple<std::string_view, std::size_t, const char*> cases[] = {
       {"東京", 6, "all of it"},
       {"東😀京", 3, "outside the basic plane"},
       {"é", 0, "no code"},
@@ -112,11 +98,11 @@ TEST(CodePage, ARefusedTextSaysWhere) {
       {"a\x80", 1, "a byte that cannot begin a character"},
       {std::string_view("a\0b", 3), 3, "zero bytes are characters"},
   };
-  for (const Case& c : cases) {
+  for (const auto& [utf8, taken, why] : cases) {
     std::string out = "before";
-    EXPECT_EQ(tq::cp932::convert_utf8(c.utf8, out), c.taken) << c.why;
-    EXPECT_EQ(tq::cp932::to_utf8(out), c.utf8.substr(0, c.taken)) << c.why;
-    EXPECT_EQ(tq::cp932::from_utf8(c.utf8, out), c.taken == c.utf8.size()) << c.why;
+    EXPECT_EQ(tq::cp932::convert_utf8(utf8, out), taken) << why;
+    EXPECT_EQ(tq::cp932::to_utf8(out), utf8.substr(0, taken)) << why;
+    EXPECT_EQ(tq::cp932::from_utf8(utf8, out), taken == utf8.size()) << why;
   }
 }
 

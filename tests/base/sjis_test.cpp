@@ -2,9 +2,9 @@
 // breaks off inside a character, and where both happen at a cut.
 #include "base/sjis.h"
 
-#include <gtest/gtest.h>
-
 #include <string_view>
+
+#include "support/test.h"
 
 namespace {
 
@@ -18,12 +18,7 @@ using tq::sjis::is_trail;
 constexpr auto kNone = std::string_view::npos;
 
 TEST(SjisBytes, LeadAndTrailRangesEndWhereTheCodePageSays) {
-  struct Range {
-    unsigned first, last;
-    bool lead, trail;
-    const char* why;
-  };
-  const Range ranges[] = {
+  const std::tuple<unsigned, unsigned, bool, bool, const char*> ranges[] = {
       {0x00, 0x3F, false, false, "controls, digits and punctuation stand alone"},
       {0x40, 0x7E, false, true, "ASCII letters may be second bytes"},
       {0x7F, 0x7F, false, false, "delete is in no character"},
@@ -33,10 +28,10 @@ TEST(SjisBytes, LeadAndTrailRangesEndWhereTheCodePageSays) {
       {0xE0, 0xFC, true, true, "second lead range, user-defined characters included"},
       {0xFD, 0xFF, false, false, "unused"},
   };
-  for (const Range& range : ranges) {
-    for (unsigned byte = range.first; byte <= range.last; ++byte) {
-      EXPECT_EQ(is_lead(static_cast<char>(byte)), range.lead) << range.why << ", byte " << byte;
-      EXPECT_EQ(is_trail(static_cast<char>(byte)), range.trail) << range.why << ", byte " << byte;
+  for (const auto& [first, last, lead, trail, why] : ranges) {
+    for (unsigned byte = first; byte <= last; ++byte) {
+      EXPECT_EQ(is_lead(static_cast<char>(byte)), lead) << why << ", byte " << byte;
+      EXPECT_EQ(is_trail(static_cast<char>(byte)), trail) << why << ", byte " << byte;
     }
   }
 }
@@ -52,13 +47,7 @@ TEST(SjisWalk, AStepTakesAnySecondByteButAPairOnlyATrailByte) {
 }
 
 TEST(SjisCut, NeverLeavesHalfACharacter) {
-  struct Case {
-    std::string_view text;
-    std::size_t max;
-    std::string_view want;
-    const char* why;
-  };
-  const Case cases[] = {
+  const std::tuple<std::string_view, std::size_t, std::string_view, const char*> cases[] = {
       {"abc", 3, "abc", "fits"},
       {"abc", 2, "ab", "single bytes cut anywhere"},
       {"a\x83\x5C", 2, "a", "the second byte does not fit"},
@@ -69,17 +58,11 @@ TEST(SjisCut, NeverLeavesHalfACharacter) {
       {"\xB1\xB2\xB3", 2, "\xB1\xB2", "half-width kana"},
       {"ab\x83", 3, "ab\x83", "a text that is broken already is not touched when it fits"},
   };
-  for (const Case& c : cases) EXPECT_EQ(cut(c.text, c.max), c.want) << c.why;
+  for (const auto& [text, max, want, why] : cases) EXPECT_EQ(cut(text, max), want) << why;
 }
 
 TEST(SjisSearch, ASecondByteIsNeverASeparator) {
-  struct Case {
-    std::string_view text;
-    std::size_t last;
-    bool at_end;
-    const char* why;
-  };
-  const Case cases[] = {
+  const std::tuple<std::string_view, std::size_t, bool, const char*> cases[] = {
       {"C:\\a\\b", 4, false, "plain path"},
       {"C:\\a\\", 4, true, "ends with the separator"},
       {"C:\\\x95\x5C", 2, false, "the second byte of the last character"},
@@ -88,9 +71,9 @@ TEST(SjisSearch, ASecondByteIsNeverASeparator) {
       {"", kNone, false, "empty"},
       {"\x83", kNone, false, "half a character"},
   };
-  for (const Case& c : cases) {
-    EXPECT_EQ(find_last(c.text, "\\"), c.last) << c.why;
-    EXPECT_EQ(ends_with(c.text, '\\'), c.at_end) << c.why;
+  for (const auto& [text, last, at_end, why] : cases) {
+    EXPECT_EQ(find_last(text, "\\"), last) << why;
+    EXPECT_EQ(ends_with(text, '\\'), at_end) << why;
   }
 }
 

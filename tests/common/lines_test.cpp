@@ -1,11 +1,7 @@
 // Line reading with a byte limit, over files that no writer of ours would make.
 #include "common/lines.h"
 
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
-
+#include "support/test.h"
 #include "support/test_folder.h"
 
 namespace {
@@ -22,12 +18,8 @@ std::vector<std::string> lines_of(const tq::test::TestFolder& folder, std::size_
 
 TEST(LineReader, LineEndsLimitsAndComments) {
   using Lines = std::vector<std::string>;
-  struct Case {
-    const char* why;
-    std::string bytes;
-    Lines lines;  // read with a buffer of 5 bytes
-  };
-  const Case cases[] = {
+  // `lines`: read with a buffer of 5 bytes
+  const std::tuple<const char*, std::string, Lines> cases[] = {
       {"nothing", "", {}},
       {"LF, CR LF and an end without either", "a\nb\r\nc", {"a", "b", "c"}},
       {"empty lines count", "\n\r\nx\n", {"", "", "x"}},
@@ -38,11 +30,11 @@ TEST(LineReader, LineEndsLimitsAndComments) {
       {"longer lines come in pieces", "abcdefghij\nk", {"abcd", "efgh", "ij", "k"}},
       {"a zero byte ends its line's text", std::string("a\0b\nc", 5), {"a", "c"}},
   };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.why);
+  for (const auto& [why, bytes, lines] : cases) {
+    SCOPED_TRACE(why);
     tq::test::TestFolder folder;
-    folder.write("f", c.bytes);
-    EXPECT_EQ(lines_of(folder, 5, false), c.lines);
+    folder.write("f", bytes);
+    EXPECT_EQ(lines_of(folder, 5, false), lines);
   }
 }
 

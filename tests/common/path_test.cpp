@@ -2,28 +2,19 @@
 // whole-file replacement that every writer of settings and tables uses.
 #include "common/path.h"
 
-#include <gtest/gtest.h>
-
-#include <string>
-
-#include "base/sjis_literal.h"
 #include "platform/fault.h"
+#include "support/test.h"
 #include "support/test_folder.h"
 
 namespace {
 
-using namespace tq::literals;
 namespace fault = tq::platform::fault;
 
 // Its second byte is 0x5C, the backslash.
 const std::string kHyo = "表"_sjis;
 
 TEST(Backslash, AddedAndRemoved) {
-  struct Case {
-    const char* why;
-    std::string text, added, removed;
-  };
-  const Case cases[] = {
+  const std::tuple<const char*, std::string, std::string, std::string> cases[] = {
       {"empty stays empty", "", "", ""},
       {"drive root keeps its own", "C:\\", "C:\\", "C:\\"},
       {"bare drive gets one either way", "C:", "C:\\", "C:\\"},
@@ -31,23 +22,19 @@ TEST(Backslash, AddedAndRemoved) {
       {"second byte 5C is none", "C:\\" + kHyo, "C:\\" + kHyo + "\\", "C:\\" + kHyo},
       {"one behind such a character is", kHyo + "\\", kHyo + "\\", kHyo},
   };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.why);
-    std::string added = c.text;
-    std::string removed = c.text;
+  for (const auto& [why, text, with, without] : cases) {
+    SCOPED_TRACE(why);
+    std::string added = text;
+    std::string removed = text;
     tq::AddBackslash(added);
     tq::RemoveBackslash(removed);
-    EXPECT_EQ(added, c.added);
-    EXPECT_EQ(removed, c.removed);
+    EXPECT_EQ(added, with);
+    EXPECT_EQ(removed, without);
   }
 }
 
 TEST(PathParts, NameFolderAndExtension) {
-  struct Case {
-    const char* why;
-    std::string path, folder, name, extension;
-  };
-  const Case cases[] = {
+  const std::tuple<const char*, std::string, std::string, std::string, std::string> cases[] = {
       {"plain", "Z:\\a\\b.txt", "Z:\\a", "b.txt", ".txt"},
       {"dots in folders do not count", "Z:\\a.b\\c", "Z:\\a.b", "c", ""},
       {"last dot of the name", "Z:\\a.b.c", "Z:\\", "a.b.c", ".c"},
@@ -55,11 +42,11 @@ TEST(PathParts, NameFolderAndExtension) {
       {"second byte 5C and 2E", "Z:\\" + kHyo + "x", "Z:\\", kHyo + "x", ""},
       {"no folder", "name.", "", "name.", "."},
   };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.why);
-    EXPECT_EQ(tq::PathFileName(c.path), c.name);
-    EXPECT_EQ(tq::PathFolder(c.path), c.folder);
-    EXPECT_EQ(c.path.substr(tq::PathExtension(c.path)), c.extension);
+  for (const auto& [why, path, folder, name, extension] : cases) {
+    SCOPED_TRACE(why);
+    EXPECT_EQ(tq::PathFileName(path), name);
+    EXPECT_EQ(tq::PathFolder(path), folder);
+    EXPECT_EQ(path.substr(tq::PathExtension(path)), extension);
   }
 }
 

@@ -1,10 +1,7 @@
 // Settings files: what others wrote in them stays as it was.
 #include "common/profile.h"
 
-#include <gtest/gtest.h>
-
-#include <string>
-
+#include "support/test.h"
 #include "support/test_folder.h"
 
 namespace {
@@ -16,10 +13,7 @@ TEST(Profile, ReadsAsThePlatformsOwnReaderDoes) {
                "quoted=\"  kept  \"\r\nnumber=-9x\r\nempty=\r\nkey=second\r\n");
   tq::Profile profile;
   ASSERT_TRUE(profile.load(folder.at("f.ini")).ok());
-  struct Case {
-    const char *why, *section, *key, *value;
-  };
-  const Case cases[] = {
+  const std::tuple<const char*, const char*, const char*, const char*> cases[] = {
       {"names ignore case, the first one counts", "MAIN", "KEY", "value one"},
       {"quotes keep spaces", "main", "quoted", "  kept  "},
       {"no such key", "main", "missing", "none"},
@@ -27,18 +21,16 @@ TEST(Profile, ReadsAsThePlatformsOwnReaderDoes) {
       {"no such section", "nowhere", "key", "none"},
       {"lines before any section belong to none", "main", "stray", "none"},
   };
-  for (const Case& c : cases) EXPECT_EQ(profile.text(c.section, c.key, "none"), c.value) << c.why;
+  for (const auto& [why, section, key, value] : cases)
+    EXPECT_EQ(profile.text(section, key, "none"), value) << why;
   EXPECT_EQ(profile.number("main", "number", 5), -9);
   EXPECT_EQ(profile.number("main", "missing", 5), 5);
   EXPECT_EQ(profile.number("main", "empty", 5), 0);
 }
 
 TEST(Profile, ChangesOneLineAndKeepsTheRest) {
-  struct Case {
-    const char* why;
-    std::string before, after;  // after setting [main] key=new
-  };
-  const Case cases[] = {
+  // `before`, `after`: after setting [main] key=new
+  const std::tuple<const char*, std::string, std::string> cases[] = {
       {"no file content", "", "[main]\r\nkey=new\r\n"},
       {"changed in place", "[main]\nkey=old\nz=1\n", "[main]\nkey=new\nz=1\n"},
       {"added to its section, before the blank line", ";c\r\n[MAIN]\r\na=1\r\n\r\n[b]\r\nkey=b\r\n",
@@ -46,15 +38,15 @@ TEST(Profile, ChangesOneLineAndKeepsTheRest) {
       {"section added behind what is there", "[b]\nkey=b\nnonsense\n",
        "[b]\nkey=b\nnonsense\n[main]\nkey=new\n"},
   };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.why);
+  for (const auto& [why, before, after] : cases) {
+    SCOPED_TRACE(why);
     tq::test::TestFolder folder;
-    folder.write("f.ini", c.before);
+    folder.write("f.ini", before);
     tq::Profile profile;
     ASSERT_TRUE(profile.load(folder.at("f.ini")).ok());
     ASSERT_TRUE(profile.set("main", "key", "new").ok());
     ASSERT_TRUE(profile.save().ok());
-    EXPECT_EQ(folder.read("f.ini"), c.after);
+    EXPECT_EQ(folder.read("f.ini"), after);
   }
 }
 

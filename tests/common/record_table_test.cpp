@@ -2,13 +2,11 @@
 // orders of the two documented sorts.
 #include "common/record_table.h"
 
-#include <gtest/gtest.h>
-
 #include <cstdint>
 #include <random>
-#include <vector>
 
 #include "common/sorting.h"
+#include "support/test.h"
 
 namespace {
 

@@ -1,25 +1,15 @@
 // Bounded copies, decimal numbers and tokens, as every reader takes them from untrusted files.
 #include "common/text.h"
 
-#include <gtest/gtest.h>
-
 #include <map>
-#include <string>
-#include <vector>
 
-#include "base/sjis_literal.h"
+#include "support/test.h"
 
 namespace {
 
-using namespace tq::literals;
-
 TEST(CopyText, NeverPassesTheBufferAndNeverHalvesACharacter) {
-  struct Case {
-    const char* why;
-    std::string text;
-    std::string kept;  // in a buffer of 5 bytes
-  };
-  const Case cases[] = {
+  // `kept`: in a buffer of 5 bytes
+  const std::tuple<const char*, std::string, std::string> cases[] = {
       {"fits with its terminator", "abcd", "abcd"},
       {"one byte too long", "abcde", "abcd"},
       {"character across the edge", "abc\x88\x9F", "abc"},
@@ -29,11 +19,11 @@ TEST(CopyText, NeverPassesTheBufferAndNeverHalvesACharacter) {
        "ab\x88\x9F"},
       {"lead byte that ends the text", "abc\x88", "abc\x88"},
   };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.why);
+  for (const auto& [why, text, kept] : cases) {
+    SCOPED_TRACE(why);
     char buffer[6] = {'#', '#', '#', '#', '#', '#'};
-    tq::copy_text(buffer, 5, c.text);
-    EXPECT_EQ(std::string(buffer), c.kept);
+    tq::copy_text(buffer, 5, text);
+    EXPECT_EQ(std::string(buffer), kept);
     EXPECT_EQ(buffer[5], '#');
   }
 }

@@ -1,18 +1,12 @@
 // The three lists of field files: which files, in which order, under which names.
 #include "tqutil/csvinfo.h"
 
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
-
-#include "base/sjis_literal.h"
 #include "support/definitions.h"
+#include "support/test.h"
 #include "support/zeros.h"
 
 namespace {
 
-using namespace tq::literals;
 using tq::test::DefinitionHome;
 
 std::string field_file(int number, int number2) {

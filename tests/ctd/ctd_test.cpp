@@ -2,13 +2,11 @@
 // titles and handles.
 #include "tqutil/ctd.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <cstdint>
 #include <iterator>
-#include <string>
-#include <vector>
+
+#include "support/test.h"
 
 namespace {
 
@@ -70,14 +68,8 @@ struct Pair {
   const char* mst;
 };
 
-struct JoinCase {
-  const char* why;
-  std::vector<Pair> pairs;
-  std::string masters;
-  std::vector<std::string> origins;  // of each group, in sorted order
-};
-
-const JoinCase kJoins[] = {
+// `want_origins`: of each group, in sorted order
+const std::tuple<const char*, std::vector<Pair>, std::string, std::vector<std::string>> kJoins[] = {
     {"a pair of two known ids joins their groups, and its score is dropped",
      {{"a1", 5, "m1"}, {"a2", 3, "m2"}, {"a1", 9, "m2"}},
      "m1 m2",
@@ -109,14 +101,14 @@ const JoinCase kJoins[] = {
 };
 
 TEST(Ctd, PairsBecomeGroups) {
-  for (const JoinCase& c : kJoins) {
-    SCOPED_TRACE(c.why);
+  for (const auto& [why, pairs, want_masters, want_origins] : kJoins) {
+    SCOPED_TRACE(why);
     CCtdCtl ctd;
-    for (const Pair& pair : c.pairs) add(ctd, pair.org, pair.score, pair.mst);
-    EXPECT_EQ(masters(ctd), c.masters);
-    ASSERT_EQ(ctd.GetCtdCnt(), static_cast<int32_t>(c.origins.size()));
+    for (const Pair& pair : pairs) add(ctd, pair.org, pair.score, pair.mst);
+    EXPECT_EQ(masters(ctd), want_masters);
+    ASSERT_EQ(ctd.GetCtdCnt(), static_cast<int32_t>(want_origins.size()));
     const auto count = static_cast<short>(ctd.GetCtdCnt());
-    for (short g = 0; g < count; ++g) EXPECT_EQ(origins(ctd, g), c.origins[g]);
+    for (short g = 0; g < count; ++g) EXPECT_EQ(origins(ctd, g), want_origins[g]);
   }
 }
 

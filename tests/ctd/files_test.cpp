@@ -1,19 +1,13 @@
 // The two work files: their bytes, what readers make of anything, what a failing disk leaves, and
 // what a choice does to the groups.
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
-
-#include "base/sjis_literal.h"
 #include "ctd/record_table.h"
 #include "platform/fault.h"
 #include "support/home.h"
+#include "support/test.h"
 #include "tqutil/ctd.h"
 
 namespace {
 
-using namespace tq::literals;
 using tq::test::RecordTable;
 using tq::test::TestHome;
 namespace fault = tq::platform::fault;
@@ -83,15 +77,9 @@ TEST(CandidateFile, BytesAndBack) {
 }
 
 TEST(CandidateFile, ReadsAnyContentWithoutHarm) {
-  struct Case {
-    const char* why;
-    std::string bytes;
-    int32_t records;
-    short fields;
-    std::string first, last;  // first value of the first and of the last record
-  };
   const std::string record = "title\n1\ndescription\nvalue\n";
-  const Case cases[] = {
+  // `first`, `last`: first value of the first and of the last record
+  const std::tuple<const char*, std::string, int32_t, short, std::string, std::string> cases[] = {
       {"empty file", "", 0, 0, "failed", "failed"},
       {"no fields: one line is a name all the same", "t\n0\nname\n1\nx\n2\ny\n", 1, 0, "failed",
        "failed"},
@@ -104,16 +92,16 @@ TEST(CandidateFile, ReadsAnyContentWithoutHarm) {
       {"a long line comes in pieces", "t\n1\na\n1\nx\n1\ny\n" + std::string(20000, 'v') + "\n", 1,
        1, std::string(19999, 'v'), std::string(19999, 'v')},
   };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.why);
+  for (const auto& [why, bytes, records, fields, first, last] : cases) {
+    SCOPED_TRACE(why);
     TestHome home;
     CCtdCtl ctd;
-    home.write(kCtdFile, c.bytes);
+    home.write(kCtdFile, bytes);
     ASSERT_EQ(ctd.ReadCtdFile(), 0);
-    EXPECT_EQ(ctd.GetCtdRecCnt(), c.records);
-    EXPECT_EQ(ctd.GetCtdFldCnt(), c.fields);
-    EXPECT_EQ(raw(ctd, 0, 0), c.first);
-    EXPECT_EQ(raw(ctd, c.records - 1, 0), c.last);
+    EXPECT_EQ(ctd.GetCtdRecCnt(), records);
+    EXPECT_EQ(ctd.GetCtdFldCnt(), fields);
+    EXPECT_EQ(raw(ctd, 0, 0), first);
+    EXPECT_EQ(raw(ctd, records - 1, 0), last);
   }
   TestHome home;
   CCtdCtl ctd;
@@ -248,22 +236,18 @@ std::string origins_after(const std::string& merge_file, TestHome& home) {
 }
 
 TEST(MergeFile, RecordsThatWereNotChosenLeaveTheGroup) {
-  struct Case {
-    const char* why;
-    std::string lines, groups;
-  };
   // Origins come by falling score; "m" where the group has a master.
-  const Case cases[] = {
+  const std::tuple<const char*, std::string, std::string> cases[] = {
       {"none chosen: the group stays", "", "4321m 7m "},
       {"two chosen", "0\n2\n", "431m 29- 7m "},
       {"all chosen: an empty group follows", "0\n1\n2\n3\n", "4321m - 7m "},
       {"indexes that there are not", "-1\n4\n99999999999\n1\n", "42m 319- 7m "},
       {"only the stranger leaves", "0\n1\n2\n", "4321m 9- 7m "},
   };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.why);
+  for (const auto& [why, lines, groups] : cases) {
+    SCOPED_TRACE(why);
     TestHome home;
-    EXPECT_EQ(origins_after("4\n0\n" + c.lines, home), c.groups);
+    EXPECT_EQ(origins_after("4\n0\n" + lines, home), groups);
   }
 }
 

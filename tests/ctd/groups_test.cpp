@@ -1,14 +1,11 @@
 // Candidate groups against the plain ones, step by step, and while memory runs out.
-#include <gtest/gtest.h>
-
 #include <cstdint>
 #include <random>
-#include <string>
-#include <vector>
 
 #include "ctd/candidate_groups.h"
 #include "ctd/literal_groups.h"
 #include "support/short_memory.h"
+#include "support/test.h"
 
 namespace {
 

@@ -1,20 +1,15 @@
 // Values as they are shown: joined from their parts, converted, cut, kept.
-#include <gtest/gtest.h>
-
 #include <cstdio>
 #include <map>
-#include <string>
-#include <vector>
 
-#include "base/sjis_literal.h"
 #include "ctd/record_table.h"
 #include "support/home.h"
+#include "support/test.h"
 #include "tqutil/siblings.h"
 #include "tqutil/syncfld.h"
 
 namespace {
 
-using namespace tq::literals;
 using tq::test::RecordTable;
 using tq::test::TestHome;
 
@@ -46,50 +41,54 @@ std::string shown(int id, const std::map<int, std::string>& values, std::string*
 }
 
 TEST(ShownTexts, AreJoinedFromTheirParts) {
-  struct Case {
-    const char* why;
-    std::vector<int> ids;
-    std::map<int, std::string> values;
-    std::string text;
-  };
-  const Case cases[] = {
-      {"family and given name", {1, 3}, {{1, "Taro"}, {3, "Yamada"}, {5, "x"}}, "Yamada Taro"},
-      {"no blank in front of one part", {1, 3}, {{1, "A"}, {3, ""}}, "A"},
-      {"nor behind it", {1, 3}, {{1, ""}, {3, "B"}}, "B"},
-      {"the whole name when the parts are empty", {1, 3}, {{1, ""}, {3, ""}, {5, "B"}}, "B"},
-      {"the whole name is its own", {5}, {{1, "x"}, {3, "y"}, {5, "B"}}, "B"},
-      {"readings", {0, 2}, {{0, "t"}, {2, "y"}, {4, "x"}}, "y t"},
-      {"address without its postal code",
-       {31, 32, 33, 34, 624},
-       {{31, "100"}, {32, "a"}, {33, "b"}, {34, "c"}, {624, "d"}, {35, "x"}},
-       "abcd"},
-      {"address in lines instead", {31, 33}, {{31, "100"}, {35, "a"}, {36, "b"}, {37, "c"}}, "abc"},
-      {"lines first", {35, 36, 37}, {{32, "x"}, {35, "a"}, {37, "c"}}, "ac"},
-      {"parts instead of lines", {35, 37}, {{31, "100"}, {32, "a"}, {624, "d"}}, "ad"},
-      {"company", {67, 70, 625}, {{67, "9"}, {68, "a"}, {69, "b"}, {70, "c"}, {625, "d"}}, "abcd"},
-      {"company in lines", {68, 71, 73}, {{71, "a"}, {72, "b"}, {73, "c"}}, "abc"},
-      {"other", {57, 626}, {{57, "9"}, {58, "a"}, {59, "b"}, {60, "c"}, {626, "d"}}, "abcd"},
-      {"other in lines", {60, 61}, {{61, "a"}, {62, "b"}, {63, "c"}}, "abc"},
-      {"telephone", {43, 46, 627}, {{44, "03"}, {45, "12"}, {46, "34"}, {42, "x"}}, "031234"},
-      {"whole telephone", {43, 627}, {{42, "03-12-34"}}, "03-12-34"},
-      {"home fax", {50, 628}, {{53, "4"}, {628, "5"}}, "45"},
-      {"company telephone", {95, 98, 629}, {{95, "1"}, {629, "5"}}, "15"},
-      {"company fax", {107, 631}, {{107, "1"}, {110, "4"}}, "14"},
-      {"pages", {230, 233, 527, 528}, {{230, "a"}, {527, "c"}, {528, "d"}}, "a,c,d"},
-      {"company pages", {231, 236}, {{234, "b"}, {236, "d"}, {230, "x"}}, "b,d"},
-      {"school pages", {232, 529, 531}, {{232, "a"}, {531, "d"}}, "a,d"},
-      {"mail", {242, 246, 255}, {{242, "a,b"}, {246, "c"}, {255, "d"}, {256, "x"}}, "a,b,c,d"},
-      {"company mail", {243, 256, 265}, {{256, "c"}, {265, "d"}, {246, "x"}}, "c,d"},
-      {"names of mail", {244, 266, 275}, {{266, "c"}, {275, "d"}}, "c,d"},
-      {"names of company mail", {245, 276, 285}, {{276, "c"}, {285, "d"}}, "c,d"},
-      {"joint names", {286, 299, 351}, {{286, "a"}, {299, "b"}, {351, "f"}, {287, "x"}}, "a,b,f"},
-      {"last joint column", {298, 363}, {{298, "a"}, {363, "f"}, {364, "x"}}, "a,f"},
-      {"no family", {101}, {{101, "a"}, {102, "b"}}, "a"},
-      {"nothing", {87}, {}, ""},
-  };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.why);
-    for (const int id : c.ids) EXPECT_EQ(shown(id, c.values), c.text) << id;
+  const std::tuple<const char*, std::vector<int>, std::map<int, std::string>, std::string> cases[] =
+      {
+          {"family and given name", {1, 3}, {{1, "Taro"}, {3, "Yamada"}, {5, "x"}}, "Yamada Taro"},
+          {"no blank in front of one part", {1, 3}, {{1, "A"}, {3, ""}}, "A"},
+          {"nor behind it", {1, 3}, {{1, ""}, {3, "B"}}, "B"},
+          {"the whole name when the parts are empty", {1, 3}, {{1, ""}, {3, ""}, {5, "B"}}, "B"},
+          {"the whole name is its own", {5}, {{1, "x"}, {3, "y"}, {5, "B"}}, "B"},
+          {"readings", {0, 2}, {{0, "t"}, {2, "y"}, {4, "x"}}, "y t"},
+          {"address without its postal code",
+           {31, 32, 33, 34, 624},
+           {{31, "100"}, {32, "a"}, {33, "b"}, {34, "c"}, {624, "d"}, {35, "x"}},
+           "abcd"},
+          {"address in lines instead",
+           {31, 33},
+           {{31, "100"}, {35, "a"}, {36, "b"}, {37, "c"}},
+           "abc"},
+          {"lines first", {35, 36, 37}, {{32, "x"}, {35, "a"}, {37, "c"}}, "ac"},
+          {"parts instead of lines", {35, 37}, {{31, "100"}, {32, "a"}, {624, "d"}}, "ad"},
+          {"company",
+           {67, 70, 625},
+           {{67, "9"}, {68, "a"}, {69, "b"}, {70, "c"}, {625, "d"}},
+           "abcd"},
+          {"company in lines", {68, 71, 73}, {{71, "a"}, {72, "b"}, {73, "c"}}, "abc"},
+          {"other", {57, 626}, {{57, "9"}, {58, "a"}, {59, "b"}, {60, "c"}, {626, "d"}}, "abcd"},
+          {"other in lines", {60, 61}, {{61, "a"}, {62, "b"}, {63, "c"}}, "abc"},
+          {"telephone", {43, 46, 627}, {{44, "03"}, {45, "12"}, {46, "34"}, {42, "x"}}, "031234"},
+          {"whole telephone", {43, 627}, {{42, "03-12-34"}}, "03-12-34"},
+          {"home fax", {50, 628}, {{53, "4"}, {628, "5"}}, "45"},
+          {"company telephone", {95, 98, 629}, {{95, "1"}, {629, "5"}}, "15"},
+          {"company fax", {107, 631}, {{107, "1"}, {110, "4"}}, "14"},
+          {"pages", {230, 233, 527, 528}, {{230, "a"}, {527, "c"}, {528, "d"}}, "a,c,d"},
+          {"company pages", {231, 236}, {{234, "b"}, {236, "d"}, {230, "x"}}, "b,d"},
+          {"school pages", {232, 529, 531}, {{232, "a"}, {531, "d"}}, "a,d"},
+          {"mail", {242, 246, 255}, {{242, "a,b"}, {246, "c"}, {255, "d"}, {256, "x"}}, "a,b,c,d"},
+          {"company mail", {243, 256, 265}, {{256, "c"}, {265, "d"}, {246, "x"}}, "c,d"},
+          {"names of mail", {244, 266, 275}, {{266, "c"}, {275, "d"}}, "c,d"},
+          {"names of company mail", {245, 276, 285}, {{276, "c"}, {285, "d"}}, "c,d"},
+          {"joint names",
+           {286, 299, 351},
+           {{286, "a"}, {299, "b"}, {351, "f"}, {287, "x"}},
+           "a,b,f"},
+          {"last joint column", {298, 363}, {{298, "a"}, {363, "f"}, {364, "x"}}, "a,f"},
+          {"no family", {101}, {{101, "a"}, {102, "b"}}, "a"},
+          {"nothing", {87}, {}, ""},
+      };
+  for (const auto& [why, ids, values, text] : cases) {
+    SCOPED_TRACE(why);
+    for (const int id : ids) EXPECT_EQ(shown(id, values), text) << id;
   }
 }
 

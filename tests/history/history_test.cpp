@@ -2,22 +2,17 @@
 // disk fails.
 #include "tqutil/history.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
-#include <string>
-#include <vector>
 
-#include "base/sjis_literal.h"
 #include "history/categories.h"
 #include "platform/fault.h"
 #include "support/home.h"
 #include "support/own_siblings.h"
+#include "support/test.h"
 #include "support/zeros.h"
 
 namespace {
 
-using namespace tq::literals;
 using tq::test::CategoryOperations;
 using tq::test::kCategories;
 using tq::test::lines_of;
@@ -77,17 +72,12 @@ TEST(History, EveryCategoryKeepsItsLinesApart) {
 }
 
 TEST(History, LinesComeBackInPieces) {
-  struct Case {
-    const char* why;
-    std::string line;
-    Lines pieces;
-  };
   const std::string kanji = "表"_sjis;
   std::string pairs;
   for (int i = 0; i < 200; ++i) pairs += kanji;
   const std::string x999(999, 'x');
   const std::string x250(250, 'x');
-  const Case cases[] = {
+  const std::tuple<const char*, std::string, Lines> cases[] = {
       {"an empty line is a line", "", {""}},
       {"250 bytes fit", x250, {x250}},
       {"300 bytes are cut to 250", std::string(300, 'x'), {x250}},
@@ -103,11 +93,11 @@ TEST(History, LinesComeBackInPieces) {
   TestHome home;
   CHistoryCtl history;
   for (const CategoryOperations& category : kCategories) {
-    for (const Case& c : cases) {
-      SCOPED_TRACE(c.why);
+    for (const auto& [why, line, pieces] : cases) {
+      SCOPED_TRACE(why);
       ASSERT_EQ(history.CreateHistory(0), 0);
-      ASSERT_EQ((history.*category.write2)(kRun, c.line.c_str()), 0);
-      EXPECT_EQ(lines_of(history, category, kRun), c.pieces);
+      ASSERT_EQ((history.*category.write2)(kRun, line.c_str()), 0);
+      EXPECT_EQ(lines_of(history, category, kRun), pieces);
     }
   }
 }

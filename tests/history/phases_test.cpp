@@ -1,22 +1,17 @@
 // The phases of a run: what the store is told, what it recorded and where the lines go. The store
 // is the built-in one unless a case says otherwise.
-#include <gtest/gtest.h>
-
 #include <cstring>
-#include <string>
-#include <vector>
 
-#include "base/sjis_literal.h"
 #include "history/categories.h"
 #include "platform/fault.h"
 #include "siblings/siblings.h"
 #include "support/home.h"
 #include "support/own_siblings.h"
+#include "support/test.h"
 #include "tqutil/history.h"
 
 namespace {
 
-using namespace tq::literals;
 using tq::test::kCategories;
 using tq::test::lines_of;
 using tq::test::TestHome;

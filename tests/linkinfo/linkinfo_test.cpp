@@ -2,18 +2,15 @@
 // numbers, handles, and what happens past the limits.
 #include "tqutil/linkinfo.h"
 
-#include <gtest/gtest.h>
-
 #include <array>
 #include <cstdint>
 #include <cstdio>
 #include <random>
-#include <string>
 #include <utility>
-#include <vector>
 
 #include "common/table_memory.h"
 #include "support/short_memory.h"
+#include "support/test.h"
 #include "support/zeros.h"
 #include "syncfile/sync_id.h"
 

@@ -1,23 +1,13 @@
 #include "platform/names.h"
 
-#include <gtest/gtest.h>
-
 #include <set>
 
-#include "base/sjis_literal.h"
+#include "support/test.h"
 
 namespace tq::platform {
 namespace {
 
-struct ParseCase {
-  const char* why;
-  std::string path;
-  bool ok;
-  char drive;
-  std::string names;
-};
-
-const ParseCase kParseCases[] = {
+const std::tuple<const char*, std::string, bool, char, std::string> kParseCases[] = {
     {"plain", "Z:\\data\\001.SYG", true, 'Z', "\\data\\001.SYG"},
     {"drive letter in lower case, slashes", "c:/a/b", true, 'C', "\\a\\b"},
     {"root of a drive", "C:\\", true, 'C', ""},
@@ -57,13 +47,13 @@ const ParseCase kParseCases[] = {
 };
 
 TEST(Names, ParsePath) {
-  for (const ParseCase& c : kParseCases) {
-    SCOPED_TRACE(c.why);
+  for (const auto& [why, path, ok, drive, names] : kParseCases) {
+    SCOPED_TRACE(why);
     ParsedPath parsed;
-    const Status status = parse_path(c.path, parsed);
-    EXPECT_EQ(status.code(), c.ok ? Code::kOk : Code::kInvalid) << status.text();
-    EXPECT_EQ(parsed.drive, c.drive);
-    EXPECT_EQ(parsed.names, c.names);
+    const Status status = parse_path(path, parsed);
+    EXPECT_EQ(status.code(), ok ? Code::kOk : Code::kInvalid) << status.text();
+    EXPECT_EQ(parsed.drive, drive);
+    EXPECT_EQ(parsed.names, names);
   }
 }
 
@@ -83,13 +73,7 @@ TEST(Names, UpperCase) {
   EXPECT_EQ(upper_name("\x83\x61\x83\x7a"), "\x83\x61\x83\x7a");
 }
 
-struct MatchCase {
-  const char* why;
-  std::string pattern, name;
-  bool matches;
-};
-
-const MatchCase kMatchCases[] = {
+const std::tuple<const char*, std::string, std::string, bool> kMatchCases[] = {
     {"extension, case ignored", "*.SYG", "001.syg", true},
     {"a longer extension is another one", "*.SYG", "001.sygx", false},
     {"the extension must be there", "*.SYG", "SYG", false},
@@ -107,9 +91,9 @@ const MatchCase kMatchCases[] = {
 };
 
 TEST(Names, Matches) {
-  for (const MatchCase& c : kMatchCases) {
-    SCOPED_TRACE(c.why);
-    EXPECT_EQ(Pattern(c.pattern).matches(c.name), c.matches);
+  for (const auto& [why, pattern, name, matches] : kMatchCases) {
+    SCOPED_TRACE(why);
+    EXPECT_EQ(Pattern(pattern).matches(name), matches);
   }
   const std::string stars(40, '*');
   EXPECT_FALSE(

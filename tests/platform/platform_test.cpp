@@ -1,12 +1,10 @@
 #include "platform/platform.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 
-#include "base/sjis_literal.h"
 #include "platform/fault.h"
 #include "support/scoped_variable.h"
+#include "support/test.h"
 #include "support/test_folder.h"
 #include "support/wine.h"
 
@@ -41,15 +39,8 @@ std::vector<std::string> names_of(const std::string& pattern) {
 
 // --- Open files ----------------------------------------------------------------------------------
 
-struct OpenCase {
-  const char* why;
-  const char* name;
-  OpenMode mode;
-  Code code;
-  const char* after;  // content of "old.txt" after "new" was written; what is read is kept aside
-};
-
-const OpenCase kOpenCases[] = {
+// `after`: content of "old.txt" after "new" was written; what is read is kept aside
+const std::tuple<const char*, const char*, OpenMode, Code, const char*> kOpenCases[] = {
     {"read", "old.txt", OpenMode::kRead, Code::kOk, "0123"},
     {"read nothing", "none.txt", OpenMode::kRead, Code::kNotFound, "0123"},
     {"nothing in a missing folder", "none\\a.txt", OpenMode::kCreate, Code::kNotFound, "0123"},
@@ -76,19 +67,19 @@ TEST_F(Platform, Open) {
   folder_.write("hidden.txt", "hidden");
   ASSERT_TRUE(set_attributes(folder_.at("locked.txt"), kReadOnly).ok());
   ASSERT_TRUE(set_attributes(folder_.at("hidden.txt"), kHidden).ok());
-  for (const OpenCase& c : kOpenCases) {
-    SCOPED_TRACE(c.why);
+  for (const auto& [why, name, mode, code, after] : kOpenCases) {
+    SCOPED_TRACE(why);
     folder_.write("old.txt", "0123");
     File file;
-    const Status status = file.open(folder_.at(c.name), c.mode);
-    EXPECT_EQ(status.code(), c.code) << status.text();
+    const Status status = file.open(folder_.at(name), mode);
+    EXPECT_EQ(status.code(), code) << status.text();
     EXPECT_EQ(file.is_open(), status.ok());
-    if (file.is_open() && c.mode != OpenMode::kRead) {
+    if (file.is_open() && mode != OpenMode::kRead) {
       EXPECT_TRUE(file.write("new").ok());
     }
     EXPECT_TRUE(file.close().ok());
     EXPECT_TRUE(file.close().ok());
-    EXPECT_EQ(folder_.read("old.txt"), c.after);
+    EXPECT_EQ(folder_.read("old.txt"), after);
     EXPECT_EQ(folder_.read("locked.txt"), "locked");
   }
   EXPECT_EQ(folder_.contents().size(), 4u);
@@ -325,15 +316,8 @@ TEST_F(Platform, Clock) {
 
 // --- Copying and replacing --------------------
 
-struct CopyCase {
-  const char* why;
-  const char* from;
-  const char* to;
-  std::uint32_t target_bits;  // kNoAttributes: no target before
-  Code code;
-};
-
-const CopyCase kCopyCases[] = {
+// `target_bits`: kNoAttributes: no target before
+const std::tuple<const char*, const char*, const char*, std::uint32_t, Code> kCopyCases[] = {
     {"new file", "from.txt", "to.txt", kNoAttributes, Code::kOk},
     {"over a longer file", "from.txt", "to.txt", kNormal, Code::kOk},
     {"over a hidden file", "from.txt", "to.txt", kHidden, Code::kOk},
@@ -352,15 +336,15 @@ TEST_F(Platform, Copy) {
   const std::string to = folder_.at("to.txt");
   ASSERT_TRUE(set_file_times(from, {kIn1995, kIn1995, kIn2001 + 5}).ok());
   ASSERT_TRUE(set_attributes(from, kHidden | kReadOnly).ok());
-  for (const CopyCase& c : kCopyCases) {
-    SCOPED_TRACE(c.why);
-    if (c.target_bits != kNoAttributes) {
+  for (const auto& [why, source, target, target_bits, code] : kCopyCases) {
+    SCOPED_TRACE(why);
+    if (target_bits != kNoAttributes) {
       folder_.write("to.txt", "something longer");
-      ASSERT_TRUE(set_attributes(to, c.target_bits).ok());
+      ASSERT_TRUE(set_attributes(to, target_bits).ok());
     }
     const auto before = folder_.contents();
-    const Status status = copy_file(folder_.at(c.from), folder_.at(c.to));
-    EXPECT_EQ(status.code(), c.code) << status.text();
+    const Status status = copy_file(folder_.at(source), folder_.at(target));
+    EXPECT_EQ(status.code(), code) << status.text();
     if (status.ok()) {
       EXPECT_EQ(folder_.read("to.txt"), "content");
       EXPECT_EQ(attributes(to) & (kHidden | kReadOnly), kHidden | kReadOnly);

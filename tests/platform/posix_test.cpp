@@ -1,13 +1,12 @@
 // What the Linux half does beyond the twins' common promises.
 #include <fcntl.h>
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <sys/xattr.h>
 #include <unistd.h>
 
-#include "base/sjis_literal.h"
 #include "platform/platform.h"
 #include "support/scoped_variable.h"
+#include "support/test.h"
 #include "support/test_folder.h"
 
 namespace tq::platform {
@@ -37,18 +36,15 @@ TEST(Posix, Drives) {
   EXPECT_EQ(file.open("E:\\a.txt", OpenMode::kCreate).code(), Code::kNotFound);
   EXPECT_EQ(create_folder("E:\\a").code(), Code::kNotFound);
 
-  struct NativeCase {
-    const char *native, *path;
-  };
-  const NativeCase cases[] = {
+  const std::tuple<const char*, const char*> cases[] = {
       {"drives\\c\\A.txt", "C:\\A.txt"},
       {"drives\\D", "D:\\"},
       {"disk\\sub\\b.txt", "D:\\sub\\b.txt"},  // through the link's target
   };
-  for (const NativeCase& c : cases) {
+  for (const auto& [name, wanted] : cases) {
     std::string path;
-    EXPECT_TRUE(path_from_native(folder.native(c.native).native(), path).ok());
-    EXPECT_EQ(path, c.path);
+    EXPECT_TRUE(path_from_native(folder.native(name).native(), path).ok());
+    EXPECT_EQ(path, wanted);
   }
   std::string path;
   EXPECT_TRUE(path_from_native(folder.native("diskette").native(), path).ok());

@@ -1,20 +1,15 @@
 // The built-in siblings' definition files: where they are found, and what is made of field files
 // and field definitions of any content.
-#include <gtest/gtest.h>
-
 #include <cstring>
-#include <string>
-#include <vector>
 
-#include "base/sjis_literal.h"
 #include "siblings/siblings.h"
 #include "support/definitions.h"
+#include "support/test.h"
 #include "tqutil/host.h"
 #include "tqutil/records.h"
 
 namespace {
 
-using namespace tq::literals;
 using tq::test::DefinitionHome;
 
 std::string definition_folder() { return tq::sibling_folder(&tFLDCOM_API::FldComGetDefFolder); }
@@ -62,37 +57,34 @@ std::string records(const std::string& path) {
 }
 
 TEST(FieldFile, HeadersAndRecords) {
-  struct Case {
-    const char* why;
-    std::string bytes;
-    std::string records;  // "none": no field file
-  };
   DefinitionHome home;
   const std::string head = "FLD:3,4\ntitle\ncomment\n";
-  for (const Case& c : {
-           Case{"records", head + "1,0,Name\r\n242,17,E-mail\r\n", "1,0,Name;242,17,E-mail;"},
-           Case{"comments everywhere", ";\n;x\n" + head + ";1,0,x\n5,1,y\n", "5,1,y;"},
-           Case{"headings with commas, or none", head + "1,2,a,b\n3,4,\n", "1,2,a,b;3,4,;"},
-           Case{"lines that are no records are passed over",
-                head + "\n1\n1,2\nx,1,a\n1,x,a\n,,\n-1,2,a\n1,-2,a\n32768,1,a\n1,99999999999,a\n"
-                       "32767,32767,z\n",
-                "32767,32767,z;"},
-           Case{"no records", head, ""},
-           Case{"no comment", "FLD:3,4\ntitle", ""},
-           Case{"no title", "FLD:3,4\n\ncomment\n1,0,x\n", "none"},
-           Case{"one number", "FLD:3\ntitle\ncomment\n", "none"},
-           Case{"number out of range", "FLD:40000,1\ntitle\n", "none"},
-           Case{"no mark", "3,4\ntitle\ncomment\n1,0,x\n", "none"},
-           Case{"empty", "", "none"},
-           Case{"binary", std::string("\0\xff\x81\0", 4), "none"},
-       }) {
-    SCOPED_TRACE(c.why);
-    home.write("f.FLD", c.bytes);
+  // `wanted`: records, "none": no field file
+  const std::tuple<const char*, std::string, std::string> cases[] = {
+      {"records", head + "1,0,Name\r\n242,17,E-mail\r\n", "1,0,Name;242,17,E-mail;"},
+      {"comments everywhere", ";\n;x\n" + head + ";1,0,x\n5,1,y\n", "5,1,y;"},
+      {"headings with commas, or none", head + "1,2,a,b\n3,4,\n", "1,2,a,b;3,4,;"},
+      {"lines that are no records are passed over",
+       head + "\n1\n1,2\nx,1,a\n1,x,a\n,,\n-1,2,a\n1,-2,a\n32768,1,a\n1,99999999999,a\n"
+              "32767,32767,z\n",
+       "32767,32767,z;"},
+      {"no records", head, ""},
+      {"no comment", "FLD:3,4\ntitle", ""},
+      {"no title", "FLD:3,4\n\ncomment\n1,0,x\n", "none"},
+      {"one number", "FLD:3\ntitle\ncomment\n", "none"},
+      {"number out of range", "FLD:40000,1\ntitle\n", "none"},
+      {"no mark", "3,4\ntitle\ncomment\n1,0,x\n", "none"},
+      {"empty", "", "none"},
+      {"binary", std::string("\0\xff\x81\0", 4), "none"},
+  };
+  for (const auto& [why, bytes, wanted] : cases) {
+    SCOPED_TRACE(why);
+    home.write("f.FLD", bytes);
     const std::string path = home.at("f.FLD");
-    EXPECT_EQ(records(path), c.records);
+    EXPECT_EQ(records(path), wanted);
     Header header;
-    EXPECT_EQ(classify(path, header) != 0, c.records == "none");
-    if (c.records == "none") {
+    EXPECT_EQ(classify(path, header) != 0, wanted == "none");
+    if (wanted == "none") {
       EXPECT_EQ(header.number, -1) << "outputs stay as they were";
       EXPECT_STREQ(header.title, "?");
       continue;
@@ -100,7 +92,7 @@ TEST(FieldFile, HeadersAndRecords) {
     EXPECT_EQ(header.number, 3);
     EXPECT_EQ(header.number2, 4);
     EXPECT_STREQ(header.title, "title");
-    EXPECT_STREQ(header.comment, c.bytes.size() < 16 ? "" : "comment");
+    EXPECT_STREQ(header.comment, bytes.size() < 16 ? "" : "comment");
   }
 }
 

@@ -1,21 +1,17 @@
 // The sibling tables and what the host helpers make of texts, paths and folders.
 #include "siblings/siblings.h"
 
-#include <gtest/gtest.h>
-
 #include <cstddef>
 #include <cstring>
-#include <string>
 
-#include "base/sjis_literal.h"
 #include "support/home.h"
 #include "support/own_siblings.h"
+#include "support/test.h"
 #include "tqutil/host.h"
 #include "tqutil/syncfile.h"
 
 namespace {
 
-using namespace tq::literals;
 using tq::test::TestHome;
 
 std::string folder(short which) {

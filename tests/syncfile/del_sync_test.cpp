@@ -1,20 +1,15 @@
 // The working group for a deletion sync.
-#include <gtest/gtest.h>
-
 #include <cstring>
-#include <string>
-#include <vector>
 
-#include "base/sjis_literal.h"
 #include "platform/fault.h"
 #include "support/home.h"
 #include "support/records.h"
+#include "support/test.h"
 #include "tqutil/dbbridge.h"
 #include "tqutil/syncfile.h"
 
 namespace {
 
-using namespace tq::literals;
 using tq::test::Info;
 using tq::test::TestHome;
 

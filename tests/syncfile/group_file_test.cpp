@@ -1,19 +1,15 @@
 // The group file: its bytes, what a reader makes of files that no writer of ours would make, and
 // what is left when writing fails.
-#include <gtest/gtest.h>
-
 #include <cstring>
-#include <string>
 
-#include "base/sjis_literal.h"
 #include "platform/fault.h"
 #include "support/home.h"
 #include "support/records.h"
+#include "support/test.h"
 #include "tqutil/syncfile.h"
 
 namespace {
 
-using namespace tq::literals;
 using tq::test::Info;
 using tq::test::TestHome;
 namespace fault = tq::platform::fault;
@@ -83,15 +79,9 @@ TEST(GroupFile, ReadsWhatItWroteAndWithCrLf) {
 }
 
 TEST(GroupFile, ReadsAnyContentWithoutHarm) {
-  struct Case {
-    const char* why;
-    std::string bytes;
-    int members;
-    std::string id, title;
-  };
   const std::string head = "1\n012\nt\nm\n" + kNoFlags + "\n9\n";
   const std::string member = "5,6,012003\n" + kNoFlags + "\ntext\nfld\nold\n";
-  const Case cases[] = {
+  const std::tuple<const char*, std::string, int, std::string, std::string> cases[] = {
       {"empty file", "", 0, "", ""},
       {"ends after the title", "1\n012\nt\n", 0, "012", "t"},
       {"no flags: reading stops", "1\n012\nt\nm\n\n1\n" + member, 0, "012", "t"},
@@ -109,19 +99,19 @@ TEST(GroupFile, ReadsAnyContentWithoutHarm) {
       {"and never inside a character", "1\n012\n" + std::string(127, 'x') + "\x88\x9F\n", 0, "012",
        std::string(127, 'x')},
   };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.why);
+  for (const auto& [why, bytes, members, id, title] : cases) {
+    SCOPED_TRACE(why);
     TestHome home;
-    home.write("f.syg", c.bytes);
+    home.write("f.syg", bytes);
     CSyncFileCtl group;
     group.Open(home.at("f.syg").c_str(), "");
-    EXPECT_EQ(group.Read(), c.members);
-    EXPECT_EQ(group.GetSyncFileCnt(), c.members);
+    EXPECT_EQ(group.Read(), members);
+    EXPECT_EQ(group.GetSyncFileCnt(), members);
     char text[TQ_TITLE_SIZE] = "";
     group.GetSyncGrpID(text);
-    EXPECT_EQ(text, c.id);
+    EXPECT_EQ(text, id);
     group.GetTitle(text);
-    EXPECT_EQ(text, c.title);
+    EXPECT_EQ(text, title);
   }
 }
 

@@ -1,18 +1,13 @@
 // The group folder: order and positions of a listing, deletion, ids, and read mode.
-#include <gtest/gtest.h>
-
 #include <cstring>
-#include <string>
-#include <vector>
 
-#include "base/sjis_literal.h"
 #include "support/home.h"
 #include "support/records.h"
+#include "support/test.h"
 #include "tqutil/syncfile.h"
 
 namespace {
 
-using namespace tq::literals;
 using tq::test::Group;
 using tq::test::Info;
 using tq::test::TestHome;

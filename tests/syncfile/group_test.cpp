@@ -1,13 +1,10 @@
 // One group in memory, through the class and through handles.
-#include <gtest/gtest.h>
-
 #include <cstring>
 #include <random>
-#include <string>
-#include <vector>
 
 #include "support/home.h"
 #include "support/records.h"
+#include "support/test.h"
 #include "support/zeros.h"
 #include "tqutil/syncfile.h"
 

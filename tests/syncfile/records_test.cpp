@@ -1,49 +1,37 @@
 // Ids as text, and the two forms of group and member records.
-#include <gtest/gtest.h>
-
 #include <cstring>
-#include <string>
 
 #include "common/table_memory.h"
 #include "support/records.h"
+#include "support/test.h"
 #include "tqutil/records.h"
 
 namespace {
 
 TEST(SyncIds, TextAndBack) {
-  struct Case {
-    const char* why;
-    tSYNC_ID id;
-    const char *grp, *file, *sync;
-  };
-  const Case cases[] = {
+  const std::tuple<const char*, tSYNC_ID, const char*, const char*, const char*> cases[] = {
       {"padded", {1, 2, 345, 0}, "001", "001002", "001002000000345"},
       {"zero", {0, 0, 0, 7}, "000", "000000", "000000000000000"},
       {"full places", {999, 999, 999999999, 0}, "999", "999999", "999999999999999"},
       {"too wide", {65535, 1000, 4294967295U, 0}, "65535", "655351000", "6553510004294967295"},
   };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.why);
+  for (const auto& [why, id, grp_text, file_text, sync_text] : cases) {
+    SCOPED_TRACE(why);
     char grp[6], file[11], sync[TQ_SYNC_ID_SIZE];
-    tqSyncIdVal2Str(&c.id, grp, file, sync);
-    EXPECT_STREQ(grp, c.grp);
-    EXPECT_STREQ(file, c.file);
-    EXPECT_STREQ(sync, c.sync);
+    tqSyncIdVal2Str(&id, grp, file, sync);
+    EXPECT_STREQ(grp, grp_text);
+    EXPECT_STREQ(file, file_text);
+    EXPECT_STREQ(sync, sync_text);
     char only[TQ_SYNC_ID_SIZE] = "before";
-    tqSyncIdVal2Str(&c.id, nullptr, nullptr, only);
-    EXPECT_STREQ(only, c.sync) << "a null output is passed over, the others are filled";
-    tqRecIdVal2Str(&c.id, nullptr, only);
-    EXPECT_STREQ(only, c.file);
+    tqSyncIdVal2Str(&id, nullptr, nullptr, only);
+    EXPECT_STREQ(only, sync_text) << "a null output is passed over, the others are filled";
+    tqRecIdVal2Str(&id, nullptr, only);
+    EXPECT_STREQ(only, file_text);
   }
 }
 
 TEST(SyncIds, ReadAtFixedPlacesWithoutValidation) {
-  struct Case {
-    const char* why;
-    const char* text;
-    unsigned grp, file, rec;
-  };
-  const Case cases[] = {
+  const std::tuple<const char*, const char*, unsigned, unsigned, unsigned> cases[] = {
       {"nominal", "001002000000345", 1, 2, 345},
       {"what follows does not count", "0010020000003459", 1, 2, 345},
       {"short texts", "00100", 1, 0, 0},
@@ -53,17 +41,17 @@ TEST(SyncIds, ReadAtFixedPlacesWithoutValidation) {
        4294967291U - 4999995},
       {"negative group wraps to 16 bits", "-01002", 65535, 2, 0},
   };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.why);
+  for (const auto& [why, text, grp, file, rec] : cases) {
+    SCOPED_TRACE(why);
     tSYNC_ID id = {9, 9, 9, 42};
-    tqSyncIdStr2Val(c.text, &id);
-    EXPECT_EQ(id.grp, c.grp);
-    EXPECT_EQ(id.file, c.file);
-    EXPECT_EQ(id.rec, c.rec);
+    tqSyncIdStr2Val(text, &id);
+    EXPECT_EQ(id.grp, grp);
+    EXPECT_EQ(id.file, file);
+    EXPECT_EQ(id.rec, rec);
     EXPECT_EQ(id.cap, 42U) << "no part of the identity";
-    tqRecIdStr2Val(c.text, &id);
-    EXPECT_EQ(id.grp, c.grp);
-    EXPECT_EQ(id.file, c.file);
+    tqRecIdStr2Val(text, &id);
+    EXPECT_EQ(id.grp, grp);
+    EXPECT_EQ(id.file, file);
     EXPECT_EQ(id.rec, 0U);
   }
 }

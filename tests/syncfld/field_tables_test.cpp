@@ -1,12 +1,9 @@
 // Field lists of member files and of the master: compared with the model on seeded random databases
 // and field files; what is not there; walks; handles.
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <random>
-#include <string>
-#include <vector>
 
+#include "support/test.h"
 #include "support/zeros.h"
 #include "syncfld/model.h"
 #include "tqutil/syncfld.h"

@@ -1,11 +1,9 @@
 // The shared library as a process loads it: the keys are there at once, nothing is made, and all is
 // released when it goes.
-#include <gtest/gtest.h>
-
 #include <stdexcept>
-#include <string>
 
 #include "support/home.h"
+#include "support/test.h"
 #include "tqutil/config.h"
 
 #ifdef _WIN32

@@ -1,13 +1,10 @@
 // "SYNCKEY.DAT": what a reader makes of it, and which field serves which key.
-#include <gtest/gtest.h>
-
 #include <cstring>
-#include <string>
-#include <vector>
 
 #include "common/table_memory.h"
 #include "support/definitions.h"
 #include "support/own_siblings.h"
+#include "support/test.h"
 #include "tqutil/syncfld.h"
 
 namespace {
@@ -39,14 +36,7 @@ std::string loaded() {
   return text;
 }
 
-struct FileCase {
-  const char* why;
-  std::string bytes;
-  short result, count;
-  std::string entries;
-};
-
-const FileCase kFiles[] = {
+const std::tuple<const char*, std::string, short, short, std::string> kFiles[] = {
     {"fields stand in the file's order", "H:1,x\nA:5:1,42:x,31:y\n", 0, 1, "5:1(42 31)"},
     {"CR LF, and no line end at the end", "H:2\r\nA:5:1,42:x\r\nB:6:2,1:", 0, 2, "5:1(42)6:2(1)"},
     {"a last field without its colon is taken", "H:1\nA:5:1,42:x,31\n", 0, 1, "5:1(42 31)"},
@@ -76,12 +66,12 @@ const FileCase kFiles[] = {
 
 TEST(SyncKeyFile, Files) {
   DefinitionHome home;
-  for (const FileCase& c : kFiles) {
-    SCOPED_TRACE(c.why);
-    EXPECT_EQ(read_keys(home, c.bytes), c.result);
-    EXPECT_EQ(CSyncFldCtl::s_appCnt, c.count);
-    EXPECT_EQ(loaded(), c.entries);
-    EXPECT_EQ(CSyncFldCtl::ReadSyncKeyFile(), c.entries == "none" ? 1 : 0)
+  for (const auto& [why, bytes, result, count, entries] : kFiles) {
+    SCOPED_TRACE(why);
+    EXPECT_EQ(read_keys(home, bytes), result);
+    EXPECT_EQ(CSyncFldCtl::s_appCnt, count);
+    EXPECT_EQ(loaded(), entries);
+    EXPECT_EQ(CSyncFldCtl::ReadSyncKeyFile(), entries == "none" ? 1 : 0)
         << "what is there is not read again";
   }
 }

@@ -2,18 +2,15 @@
 // shipped definition files say the same.
 #include "syncfld/field_tables.h"
 
-#include <gtest/gtest.h>
-
 #include <fstream>
 #include <map>
 #include <set>
 #include <sstream>
-#include <string>
-#include <vector>
 
 #include "base/cp932.h"
 #include "siblings/siblings.h"
 #include "support/definitions.h"
+#include "support/test.h"
 #include "tqutil/appinfo.h"
 #include "tqutil/csvinfo.h"
 #include "tqutil/syncfld.h"

@@ -1,22 +1,15 @@
 // Decisions about backups.
 #include "engine/backup_plan.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
-#include <string>
-#include <vector>
+
+#include "support/test.h"
 
 namespace tqsync {
 namespace {
 
 TEST(BackupPlan, WhatIsWrongAndWhatARestoreDoes) {
-  struct Case {
-    const char* why;
-    CopyFacts facts;
-    const char *fault, *effect;
-  };
-  const Case cases[] = {
+  const std::tuple<const char*, CopyFacts, const char*, const char*> cases[] = {
       {"nothing changed", {5, 5, 5, true}, "", "same"},
       {"written again", {5, 5, 5, false}, "", "replace"},
       {"grown", {5, 5, 6, true}, "", "replace"},
@@ -25,10 +18,10 @@ TEST(BackupPlan, WhatIsWrongAndWhatARestoreDoes) {
       {"copy cut", {5, 4, 5, true}, "the copy has 4 bytes instead of 5", "same"},
       {"sizes are kept with 32 bits", {1, (1ULL << 32) + 1, (1ULL << 32) + 1, true}, "", "same"},
   };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.why);
-    EXPECT_EQ(copy_fault(c.facts), c.fault);
-    EXPECT_STREQ(effect_name(effect_of(c.facts)), c.effect);
+  for (const auto& [why, facts, fault, effect] : cases) {
+    SCOPED_TRACE(why);
+    EXPECT_EQ(copy_fault(facts), fault);
+    EXPECT_STREQ(effect_name(effect_of(facts)), effect);
   }
 }
 
@@ -43,11 +36,7 @@ TEST(BackupPlan, CopiesLieInTheFolderOfABackup) {
 }
 
 TEST(BackupPlan, PlacesBelowAFolderNeverMeet) {
-  struct Case {
-    const char* why;
-    std::vector<std::string> paths, places;
-  };
-  const Case cases[] = {
+  const std::tuple<const char*, std::vector<std::string>, std::vector<std::string>> cases[] = {
       {"one file", {"/a/b/c.csv"}, {"/to/c.csv"}},
       {"one folder", {"/a/b/c.csv", "/a/b/d.csv"}, {"/to/c.csv", "/to/d.csv"}},
       {"the same name twice", {"/a/b/x", "/a/c/x"}, {"/to/b/x", "/to/c/x"}},
@@ -56,11 +45,11 @@ TEST(BackupPlan, PlacesBelowAFolderNeverMeet) {
       {"climbing out", {"/a/../../x", "/b/../../../y", "../z"}, {"/to/x", "/to/y", "/to/z"}},
       {"nothing", {}, {}},
   };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.why);
-    std::vector<std::string> places = places_below("/to", c.paths);
+  for (const auto& [why, paths, wanted] : cases) {
+    SCOPED_TRACE(why);
+    std::vector<std::string> places = places_below("/to", paths);
     for (std::string& place : places) std::ranges::replace(place, '\\', '/');
-    EXPECT_EQ(places, c.places);
+    EXPECT_EQ(places, wanted);
   }
 }
 

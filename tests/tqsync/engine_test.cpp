@@ -1,10 +1,6 @@
 // What tqsync takes for the same name, number or person, and the plan that follows from it.
-#include <gtest/gtest.h>
-
 #include <sstream>
-#include <string>
 #include <utility>
-#include <vector>
 
 #include "engine/match.h"
 #include "engine/normalize.h"
@@ -13,6 +9,7 @@
 #include "failure.h"
 #include "files/address_file.h"
 #include "library/layout.h"
+#include "support/test.h"
 
 namespace tqsync {
 namespace {
@@ -20,12 +17,7 @@ namespace {
 using Keys = std::vector<std::string>;
 
 TEST(Normalize, NamesThatAreTheSame) {
-  struct Row {
-    const char* why;
-    std::string a, b;
-    bool same_key, same_common;
-  };
-  const Row rows[] = {
+  const std::tuple<const char*, std::string, std::string, bool, bool> rows[] = {
       {"spaces of any kind", "山田 太郎", "山田　太郎", true, true},
       {"a title behind the name", "山田太郎様", "山田太郎", true, true},
       {"half-width kana, marks joined", "ﾊﾟﾝ ｶﾞ", "パンガ", true, true},
@@ -40,11 +32,11 @@ TEST(Normalize, NamesThatAreTheSame) {
       {"names that only look alike", "坂本", "阪本", false, false},
       {"hiragana is another spelling", "さくら", "サクラ", false, false},
   };
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.why);
-    const std::string a = name_key(row.a), b = name_key(row.b);
-    EXPECT_EQ(a == b, row.same_key) << a << " " << b;
-    EXPECT_EQ(common_spelling(a) == common_spelling(b), row.same_common);
+  for (const auto& [why, first, second, same_key, same_common] : rows) {
+    SCOPED_TRACE(why);
+    const std::string a = name_key(first), b = name_key(second);
+    EXPECT_EQ(a == b, same_key) << a << " " << b;
+    EXPECT_EQ(common_spelling(a) == common_spelling(b), same_common);
     EXPECT_EQ(name_key(a), a) << "a key is its own key";
   }
   EXPECT_EQ(name_key(" 　"), "");
@@ -53,12 +45,7 @@ TEST(Normalize, NamesThatAreTheSame) {
 }
 
 TEST(Normalize, Telephones) {
-  struct Row {
-    const char* why;
-    std::string cell;
-    Keys keys;
-  };
-  const Row rows[] = {
+  const std::tuple<const char*, std::string, Keys> rows[] = {
       {"hyphens", "03-0123-4567", {"0301234567"}},
       {"full width, brackets, a long vowel for a hyphen",
        "０３（０１２３）４５ー６７",
@@ -77,9 +64,9 @@ TEST(Normalize, Telephones) {
       {"too long, too short, no digits", "030123456789012, 110, なし", {}},
       {"a bare country code", "+81", {}},
   };
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.why);
-    EXPECT_EQ(phone_keys(row.cell), row.keys);
+  for (const auto& [why, cell, keys] : rows) {
+    SCOPED_TRACE(why);
+    EXPECT_EQ(phone_keys(cell), keys);
   }
 }
 
@@ -91,12 +78,7 @@ TEST(Normalize, Mails) {
 }
 
 TEST(Normalize, Addresses) {
-  struct Row {
-    const char* why;
-    std::string a, b;
-    bool same;
-  };
-  const Row rows[] = {
+  const std::tuple<const char*, std::string, std::string, bool> rows[] = {
       {"kanji numbers and words", "東京都千代田区緑町一丁目二番三号", "東京都千代田区緑町1-2-3",
        true},
       {"width, spaces, dashes", "大阪市北区中央　１－２ー３", "大阪市北区中央1−2‐3", true},
@@ -108,11 +90,11 @@ TEST(Normalize, Addresses) {
       {"another town", "北海道札幌市南町1", "北海道札幌市北町1", false},
       {"a city that looks like a prefecture", "太宰府市緑町1", "市緑町1", false},
   };
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.why);
-    const std::string a = address_key(row.a), b = address_key(row.b);
+  for (const auto& [why, first, second, same] : rows) {
+    SCOPED_TRACE(why);
+    const std::string a = address_key(first), b = address_key(second);
     EXPECT_FALSE(a.empty());
-    EXPECT_EQ(a == b, row.same) << a << " " << b;
+    EXPECT_EQ(a == b, same) << a << " " << b;
   }
   EXPECT_EQ(address_key("東京都千代田区"), "") << "many live there";
   EXPECT_EQ(address_key(""), "");
@@ -152,13 +134,7 @@ TEST(People, AreReadByTheHeadings) {
 }
 
 TEST(Match, ScoresAddUpFromTheSigns) {
-  struct Row {
-    const char* why;
-    std::string a, b;
-    int score;
-    std::string reason;
-  };
-  const Row rows[] = {
+  const std::tuple<const char*, std::string, std::string, int, std::string> rows[] = {
       {"a name with an address is certain", "山田,,,,東京都緑町1-2", "山田,,,,緑町一丁目2番", 80,
        "name, address"},
       {"a household is not one person", "山田花子,,0301234567,a@b,緑町1",
@@ -173,14 +149,14 @@ TEST(Match, ScoresAddUpFromTheSigns) {
       {"a family's telephone", "山田太郎,,0301234567,", "山田花子,,0301234567,", 30, "telephone"},
       {"nothing in common, nothing there", ",,,", ",,0301234567,", 0, ""},
   };
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.why);
-    const Book people = book_of(row.a + "\n" + row.b + "\n");
+  for (const auto& [why, first, second, score, reason] : rows) {
+    SCOPED_TRACE(why);
+    const Book people = book_of(first + "\n" + second + "\n");
     const Book parts = people.size() == 2 ? people : Book{Person{}, people.at(0)};
     const Likeness likeness = compare(parts[0], parts[1]);
-    EXPECT_EQ(likeness.score, row.score);
-    EXPECT_EQ(reason_text(likeness.signs), row.reason);
-    EXPECT_EQ(compare(parts[1], parts[0]).score, row.score);
+    EXPECT_EQ(likeness.score, score);
+    EXPECT_EQ(reason_text(likeness.signs), reason);
+    EXPECT_EQ(compare(parts[1], parts[0]).score, score);
   }
 }
 
@@ -214,51 +190,50 @@ Book known(const std::string& words) {
 }
 
 TEST(Plan, DecidesWhatIsCertainAndLeavesTheRest) {
-  struct Row {
-    const char* why;
-    std::string master, partner;
-    std::string pairs;
-    std::vector<std::uint32_t> missing;
-  };
-  const Row rows[] = {
-      {"certain, weak, new",
-       "山田t 田中 森",
-       "山田t 田中x 林",
-       "0-0 link; 1-1 open; 3-2 new; ",
-       {2}},
-      {"a record is linked once, to the best",
-       "山田t 山田tm",
-       "山田tm",
-       "1-0 link; 0-0 open; ",
-       {}},
-      {"of equal ones to the first", "山田tx 山田t", "山田t", "0-0 link; 1-0 open; ", {}},
-      {"two behind one master record", "山田tm", "山田t 山田m", "0-0 link; 0-1 link; ", {}},
-      {"a family's telephone is no question once one is linked",
-       "太郎t",
-       "太郎t 花子t",
-       "0-0 link; 1-1 new; ",
-       {}},
-      {"the same name stays a question", "鈴木t", "鈴木t 鈴木x", "0-0 link; 0-1 open; ", {}},
-      {"namesakes who are both linked", "鈴木t 鈴木u", "鈴木u 鈴木t", "1-0 link; 0-1 link; ", {}},
-      {"copies take no part", "山田m 山田m", "山田m 山田m", "0-0 link; ", {}},
-      {"twice and new is new once", "森", "山田t 山田tm", "1-0 new; 1-1 link; ", {0}},
-      {"a repeating master record is not missing",
-       "山田tm 山田t",
-       "山田m",
-       "0-0 link; 1-0 open; ",
-       {}},
-      {"a record that repeats a linked one is a question for the same master record",
-       "山田m",
-       "山田rtmc 矢真田rtc",
-       "0-0 link; 0-1 open; ",
-       {}},
-  };
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.why);
-    const Book books[] = {known(row.master), known(row.partner)};
+  const std::tuple<const char*, std::string, std::string, std::string, std::vector<std::uint32_t>>
+      rows[] = {
+          {"certain, weak, new",
+           "山田t 田中 森",
+           "山田t 田中x 林",
+           "0-0 link; 1-1 open; 3-2 new; ",
+           {2}},
+          {"a record is linked once, to the best",
+           "山田t 山田tm",
+           "山田tm",
+           "1-0 link; 0-0 open; ",
+           {}},
+          {"of equal ones to the first", "山田tx 山田t", "山田t", "0-0 link; 1-0 open; ", {}},
+          {"two behind one master record", "山田tm", "山田t 山田m", "0-0 link; 0-1 link; ", {}},
+          {"a family's telephone is no question once one is linked",
+           "太郎t",
+           "太郎t 花子t",
+           "0-0 link; 1-1 new; ",
+           {}},
+          {"the same name stays a question", "鈴木t", "鈴木t 鈴木x", "0-0 link; 0-1 open; ", {}},
+          {"namesakes who are both linked",
+           "鈴木t 鈴木u",
+           "鈴木u 鈴木t",
+           "1-0 link; 0-1 link; ",
+           {}},
+          {"copies take no part", "山田m 山田m", "山田m 山田m", "0-0 link; ", {}},
+          {"twice and new is new once", "森", "山田t 山田tm", "1-0 new; 1-1 link; ", {0}},
+          {"a repeating master record is not missing",
+           "山田tm 山田t",
+           "山田m",
+           "0-0 link; 1-0 open; ",
+           {}},
+          {"a record that repeats a linked one is a question for the same master record",
+           "山田m",
+           "山田rtmc 矢真田rtc",
+           "0-0 link; 0-1 open; ",
+           {}},
+      };
+  for (const auto& [why, master, partner, pairs, missing] : rows) {
+    SCOPED_TRACE(why);
+    const Book books[] = {known(master), known(partner)};
     const Plan plan = make_plan(books);
-    EXPECT_EQ(pairs_text(plan, 1), row.pairs);
-    EXPECT_EQ(plan.books[1].missing, row.missing);
+    EXPECT_EQ(pairs_text(plan, 1), pairs);
+    EXPECT_EQ(plan.books[1].missing, missing);
   }
 }
 

@@ -1,15 +1,11 @@
 // How the columns of address files find their fields: by headings, by place, by stand-ins.
-#include <gtest/gtest.h>
-
-#include <string>
-#include <vector>
-
 #include "failure.h"
 #include "library/applications.h"
 #include "library/field_map.h"
 #include "library/headings.h"
 #include "library/layout.h"
 #include "support/definitions.h"
+#include "support/test.h"
 
 namespace tqsync {
 namespace {
@@ -37,14 +33,8 @@ TEST(Headings, TheBestFormatFirstThenTheOthers) {
       format(1, {{5, 0, "氏名"}, {42, 1, "電話"}, {48, 2, "電話"}, {35, 3, "住所"}}),
       format(2, {{5, 0, "氏名"}, {512, 1, "電話"}}),
       format(3, {{246, 4, "E-mail"}, {5, 0, "Name"}, {247, 0, "E-mail"}, {248, 2, ""}})};
-  struct Row {
-    const char* why;
-    Headings headings;
-    short application;
-    short format;  // 0 for none
-    std::string fields;
-  };
-  const Row rows[] = {
+  // `format`: 0 for none
+  const std::tuple<const char*, Headings, short, short, std::string> rows[] = {
       {"most headings", {"住所", "氏名", "電話"}, 0, 1, "0>35 1>5 2>42 "},
       {"as many: the smaller format", {"電話", "氏名"}, 0, 2, "0>512 1>5 "},
       {"a heading twice", {"電話", "氏名", "電話", "電話"}, 0, 1, "0>42 1>5 2>48 3>512 "},
@@ -59,11 +49,11 @@ TEST(Headings, TheBestFormatFirstThenTheOthers) {
       {"nobody knows", {"a", "", "c"}, 0, 0, ""},
       {"no columns", {}, 3, 0, ""},
   };
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.why);
-    const HeadingMatch match = match_headings(row.headings, formats, row.application);
-    EXPECT_EQ(match.format == nullptr ? 0 : match.format->application, row.format);
-    EXPECT_EQ(text_of(match.fields), row.fields);
+  for (const auto& [why, headings, application, format, fields] : rows) {
+    SCOPED_TRACE(why);
+    const HeadingMatch match = match_headings(headings, formats, application);
+    EXPECT_EQ(match.format == nullptr ? 0 : match.format->application, format);
+    EXPECT_EQ(text_of(match.fields), fields);
   }
 }
 

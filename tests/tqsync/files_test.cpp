@@ -1,32 +1,21 @@
 // Reading address files: CSV, encodings, and what is said about files that are no address files.
-#include <gtest/gtest.h>
-
-#include <string>
 #include <utility>
-#include <vector>
 
-#include "base/sjis_literal.h"
 #include "failure.h"
 #include "files/address_file.h"
 #include "files/csv.h"
 #include "files/encoding.h"
+#include "support/test.h"
 
 namespace tqsync {
 namespace {
 
 using namespace std::string_literals;
-using namespace tq::literals;
 
 using Cells = std::vector<std::vector<std::string>>;
 
 TEST(Csv, RowsAndCells) {
-  struct Row {
-    const char* why;
-    std::string text;
-    Cells cells;
-    std::vector<std::size_t> lines;
-  };
-  const Row rows[] = {
+  const std::tuple<const char*, std::string, Cells, std::vector<std::size_t>> rows[] = {
       {"the three line ends", "a,b\nc\r\nd\re", {{"a", "b"}, {"c"}, {"d"}, {"e"}}, {1, 2, 3, 4}},
       {"empty cells, one after the last comma", ",a,\n,", {{"", "a", ""}, {"", ""}}, {1, 2}},
       {"quotes and commas", "\"a,b\",\"\"\"x\"\"\",\"\"", {{"a,b", "\"x\"", ""}}, {1}},
@@ -38,28 +27,22 @@ TEST(Csv, RowsAndCells) {
       {"a quote inside a plain cell stands for itself", "5\" disk,b", {{"5\" disk", "b"}}, {1}},
       {"nothing at all", "", {}, {}},
   };
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.why);
+  for (const auto& [why, text, want_cells, want_lines] : rows) {
+    SCOPED_TRACE(why);
     Cells cells;
     std::vector<std::size_t> lines;
-    for (CsvRow& parsed : parse_csv("x.csv", row.text)) {
+    for (CsvRow& parsed : parse_csv("x.csv", text)) {
       cells.push_back(std::move(parsed.cells));
       lines.push_back(parsed.line);
     }
-    EXPECT_EQ(cells, row.cells);
-    EXPECT_EQ(lines, row.lines);
+    EXPECT_EQ(cells, want_cells);
+    EXPECT_EQ(lines, want_lines);
   }
 }
 
 TEST(Encodings, AreToldApart) {
   const std::string mark = "\xEF\xBB\xBF";
-  struct Row {
-    const char* why;
-    std::string bytes;
-    Encoding asked, found;
-    std::string utf8;
-  };
-  const Row rows[] = {
+  const std::tuple<const char*, std::string, Encoding, Encoding, std::string> rows[] = {
       {"ASCII is both", "name", Encoding::kDetect, Encoding::kUtf8, "name"},
       {"UTF-8 without mark", "氏名,﨑", Encoding::kDetect, Encoding::kUtf8, "氏名,﨑"},
       {"the mark goes", mark + "氏名", Encoding::kDetect, Encoding::kUtf8, "氏名"},
@@ -69,11 +52,11 @@ TEST(Encodings, AreToldApart) {
        "ﾃｱ"},
       {"the same, undecided", "ﾃｱ"_sjis, Encoding::kDetect, Encoding::kUtf8, "\u00F1"},
   };
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.why);
-    const DecodedText text = decode("x.csv", row.bytes, row.asked);
-    EXPECT_EQ(text.encoding, row.found);
-    EXPECT_EQ(text.utf8, row.utf8);
+  for (const auto& [why, bytes, asked, found, utf8] : rows) {
+    SCOPED_TRACE(why);
+    const DecodedText text = decode("x.csv", bytes, asked);
+    EXPECT_EQ(text.encoding, found);
+    EXPECT_EQ(text.utf8, utf8);
   }
   EXPECT_EQ(encoding_from_name("Shift_JIS"), Encoding::kShiftJis);
   EXPECT_EQ(encoding_from_name("UTF-8"), Encoding::kUtf8);
@@ -81,14 +64,9 @@ TEST(Encodings, AreToldApart) {
 }
 
 TEST(AddressFiles, FaultsNameFileLineAndCure) {
-  struct Row {
-    const char* why;
-    std::string bytes;
-    Encoding encoding;
-    std::string place;  // how the message begins
-    std::string says;   // what it holds
-  };
-  const Row rows[] = {
+  // `place`: how the message begins
+  // `says`: what it holds
+  const std::tuple<const char*, std::string, Encoding, std::string, std::string> rows[] = {
       {"no byte", "", Encoding::kDetect, "x.csv: ", "is empty"},
       {"only line ends", "\r\n\n", Encoding::kDetect, "x.csv: ", "must hold the headings"},
       {"UTF-16", "\xFF\xFEn\0a\0"s, Encoding::kDetect, "x.csv: ", "UTF-16"},
@@ -104,16 +82,16 @@ TEST(AddressFiles, FaultsNameFileLineAndCure) {
       {"more cells than headings", "a,b\n1,2\n1,2,3\n", Encoding::kDetect,
        "x.csv, line 3: ", "3 cells under 2 headings"},
   };
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.why);
+  for (const auto& [why, bytes, encoding, place, says] : rows) {
+    SCOPED_TRACE(why);
     std::string said;
     try {
-      parse_address_file("x.csv", row.bytes, row.encoding);
+      parse_address_file("x.csv", bytes, encoding);
     } catch (const Failure& failure) {
       said = failure.what();
     }
-    EXPECT_TRUE(said.starts_with(row.place)) << said;
-    EXPECT_NE(said.find(row.says), std::string::npos) << said;
+    EXPECT_TRUE(said.starts_with(place)) << said;
+    EXPECT_NE(said.find(says), std::string::npos) << said;
   }
 }
 

@@ -1,14 +1,11 @@
 // Text functions over a stream: line ends, broken lines, and bytes that come in any portions.
 #include "text/line_filter.h"
 
-#include <gtest/gtest.h>
-
 #include <algorithm>
 #include <cstdint>
-#include <string>
 #include <string_view>
-#include <vector>
 
+#include "support/test.h"
 #include "tqutil/textutil.h"
 
 namespace tqsync {
@@ -50,44 +47,41 @@ Result filtered(const LineFilter::Convert& convert, Scope scope, bool shift_jis,
 }
 
 TEST(LineFilter, KeepsLineEndsAndReportsBrokenLines) {
-  struct Row {
-    const char* why;
-    LineFilter::Convert convert;
-    Scope scope;
-    bool shift_jis;
-    std::string input, out, fault;  // how the only report begins, empty for none
-  };
-  const Row rows[] = {
-      {"both line ends, and none", half, Scope::kManyLines, false, "Ａ\r\nＢ\nＣ", "A\r\nB\nC", ""},
-      {"the end of a line ends a number", address, Scope::kLine, false, "三\n東\r\n四",
-       "３\n東\r\n４", ""},
-      {"empty lines", half, Scope::kLine, false, "\n\r\n\n", "\n\r\n\n", ""},
-      {"nothing at all", half, Scope::kManyLines, false, "", "", ""},
-      {"zero bytes stay", half, Scope::kManyLines, false, "Ａ\0Ｂ\0\n"s, "A\0B\0\n"s, ""},
-      {"a byte order mark stays", half, Scope::kLine, false, "\xEF\xBB\xBFＡ\n",
-       "\xEF\xBB\xBF"
-       "A\n",
-       ""},
-      {"one line has no Shift-JIS", half, Scope::kManyLines, false, "Ａ\nＢ😀\r\nＣ\n",
-       "A\nＢ😀\r\nC\n", "line 2: Shift-JIS does not have the character \"😀\""},
-      {"one line is no UTF-8", half, Scope::kLine, false, "Ａ\nＢ\xFF\nＣ", "A\nＢ\xFF\nC",
-       "line 2: "},
-      {"a byte taken out of a character", without_hyphens, Scope::kManyLines, false, "a-b\n表-\n",
-       "ab\n表-\n", "line 2: "},
-      {"Shift-JIS of any kind passes through", half, Scope::kManyLines, true,
-       "\x82\x60\x0A\x82\x0A\xFF\x82\x61",
-       "A\x0A\x82\x0A\xFF"
-       "B",
-       ""},
-  };
-  for (const Row& row : rows) {
+  // `report`: how the only report begins, empty for none
+  const std::tuple<const char*, LineFilter::Convert, Scope, bool, std::string, std::string,
+                   std::string>
+      rows[] = {
+          {"both line ends, and none", half, Scope::kManyLines, false, "Ａ\r\nＢ\nＣ", "A\r\nB\nC",
+           ""},
+          {"the end of a line ends a number", address, Scope::kLine, false, "三\n東\r\n四",
+           "３\n東\r\n４", ""},
+          {"empty lines", half, Scope::kLine, false, "\n\r\n\n", "\n\r\n\n", ""},
+          {"nothing at all", half, Scope::kManyLines, false, "", "", ""},
+          {"zero bytes stay", half, Scope::kManyLines, false, "Ａ\0Ｂ\0\n"s, "A\0B\0\n"s, ""},
+          {"a byte order mark stays", half, Scope::kLine, false, "\xEF\xBB\xBFＡ\n",
+           "\xEF\xBB\xBF"
+           "A\n",
+           ""},
+          {"one line has no Shift-JIS", half, Scope::kManyLines, false, "Ａ\nＢ😀\r\nＣ\n",
+           "A\nＢ😀\r\nC\n", "line 2: Shift-JIS does not have the character \"😀\""},
+          {"one line is no UTF-8", half, Scope::kLine, false, "Ａ\nＢ\xFF\nＣ", "A\nＢ\xFF\nC",
+           "line 2: "},
+          {"a byte taken out of a character", without_hyphens, Scope::kManyLines, false,
+           "a-b\n表-\n", "ab\n表-\n", "line 2: "},
+          {"Shift-JIS of any kind passes through", half, Scope::kManyLines, true,
+           "\x82\x60\x0A\x82\x0A\xFF\x82\x61",
+           "A\x0A\x82\x0A\xFF"
+           "B",
+           ""},
+      };
+  for (const auto& [why, convert, scope, shift_jis, input, out, report] : rows) {
     for (const std::size_t portion : {std::size_t{1}, std::size_t{3}, std::size_t{1000}}) {
-      SCOPED_TRACE(row.why);
-      const Result result = filtered(row.convert, row.scope, row.shift_jis, row.input, portion);
-      EXPECT_EQ(result.out, row.out);
-      ASSERT_EQ(result.faults.size(), row.fault.empty() ? 0u : 1u);
+      SCOPED_TRACE(why);
+      const Result result = filtered(convert, scope, shift_jis, input, portion);
+      EXPECT_EQ(result.out, out);
+      ASSERT_EQ(result.faults.size(), report.empty() ? 0u : 1u);
       for (const std::string& fault : result.faults) {
-        EXPECT_TRUE(fault.starts_with(row.fault)) << fault;
+        EXPECT_TRUE(fault.starts_with(report)) << fault;
       }
     }
   }

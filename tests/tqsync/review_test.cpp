@@ -1,17 +1,14 @@
 // Deciding who is who: records of different files side by side, answers, decisions in files, and
 // the address file that comes of them.
-#include <gtest/gtest.h>
-
 #include <map>
-#include <string>
 #include <utility>
-#include <vector>
 
 #include "engine/common_fields.h"
 #include "engine/review.h"
 #include "failure.h"
 #include "files/address_writer.h"
 #include "files/decision_file.h"
+#include "support/test.h"
 #include "support/test_folder.h"
 
 namespace {
@@ -54,15 +51,12 @@ std::string joined(const Texts& texts) {
 }
 
 TEST(CommonFieldsOfFiles, ValuesOfOneKindStandInOneField) {
-  struct Row {
-    const char* why;
-    std::string master, partner;  // headings and one record each
-    std::string fields, values;   // of the partner's record
-  };
   const std::string master =
       "氏名,自宅電話,携帯電話,メール,会社名,備考\n山田 太郎,03-0123-4567,,a@b.jp,,\n";
   const std::string same = "氏名|自宅電話|携帯電話|メール|会社名|備考|";
-  const Row rows[] = {
+  // `of_master`, `partner`: headings and one record each
+  // `fields`, `partner_values`: of the partner's record
+  const std::tuple<const char*, std::string, std::string, std::string, std::string> rows[] = {
       {"a name in parts joins, headings of one meaning meet", master,
        "姓,名,Notes,Company\n山田,太郎,memo,社\n", same, "山田 太郎||||社|memo|"},
       {"the whole name wins over its parts", master, "姓,名,表示名\n山,太,山田さん\n", same,
@@ -84,16 +78,16 @@ TEST(CommonFieldsOfFiles, ValuesOfOneKindStandInOneField) {
       {"nothing of the master's kind", "電話\n1\n", "名前,せい\nx,y\n", "電話|名前|せい|", "|x|y|"},
   };
   const RecordRef records[] = {{0, 0}, {1, 0}};
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.why);
-    const std::vector<AddressFile> files = files_of({row.master, row.partner});
+  for (const auto& [why, of_master, partner, fields, partner_values] : rows) {
+    SCOPED_TRACE(why);
+    const std::vector<AddressFile> files = files_of({of_master, partner});
     const std::vector<FileColumns> columns = {columns_of(files[0]), columns_of(files[1])};
     CommonFields common(files, columns);
     const std::vector<Values> values = common.place(records);
     Texts names;
     for (const Field& field : common.fields()) names.push_back(field.name);
-    EXPECT_EQ(joined(names), row.fields);
-    EXPECT_EQ(joined(values[1]), row.values);
+    EXPECT_EQ(joined(names), fields);
+    EXPECT_EQ(joined(values[1]), partner_values);
     EXPECT_EQ(values[0].size(), values[1].size());
   }
 }

@@ -1,9 +1,7 @@
 // UTF-8 inside tqsync, and tables on the terminal.
-#include <gtest/gtest.h>
-
 #include <sstream>
-#include <string>
 
+#include "support/test.h"
 #include "terminal/table.h"
 #include "text/unicode.h"
 
@@ -13,12 +11,7 @@ namespace {
 using namespace std::string_literals;
 
 TEST(Unicode, MalformedBytesAreFound) {
-  struct Row {
-    const char* why;
-    std::string text;
-    std::size_t fault;
-  };
-  const Row rows[] = {
+  const std::tuple<const char*, std::string, std::size_t> rows[] = {
       {"all four sizes", "aé漢𠮷", std::string::npos},
       {"the last character there is", "\xF4\x8F\xBF\xBF", std::string::npos},
       {"past the last character", "a\xF4\x90\x80\x80", 1},
@@ -31,11 +24,11 @@ TEST(Unicode, MalformedBytesAreFound) {
       {"a second byte alone", "\x80", 0},
       {"Shift-JIS", "\x8E\x52\x93\x63", 0},
   };
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.why);
-    EXPECT_EQ(find_malformed(row.text), row.fault);
-    if (row.fault == std::string::npos) {
-      EXPECT_EQ(to_utf8(to_code_points(row.text)), row.text);
+  for (const auto& [why, text, fault] : rows) {
+    SCOPED_TRACE(why);
+    EXPECT_EQ(find_malformed(text), fault);
+    if (fault == std::string::npos) {
+      EXPECT_EQ(to_utf8(to_code_points(text)), text);
     }
   }
   EXPECT_EQ(to_code_points("a\xE6\xBC"), U"a\uFFFD\uFFFD");

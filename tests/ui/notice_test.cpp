@@ -1,17 +1,11 @@
 // What the setup notice says for each operation, and the messages of the error box, seen from the
 // tables behind them.
-#include <gtest/gtest.h>
-
-#include <string>
-
-#include "base/sjis_literal.h"
 #include "support/home.h"
 #include "support/own_siblings.h"
+#include "support/test.h"
 #include "tqutil/ui.h"
 
 namespace {
-
-using namespace tq::literals;
 
 struct Shown {
   int times = 0;
@@ -38,11 +32,7 @@ TEST(SetupNotice, WordsOfEachOperation) {
   own.dialog.DlgSetupNotice = take_notice;
   own.install();
 
-  struct Case {
-    short mode;
-    const char *in_note1, *in_note2;
-  };
-  const Case cases[] = {
+  const std::tuple<short, const char*, const char*> cases[] = {
       {TQ_NOTICE_CONVERT, " 変換が終了するまで"_sjis, "・変換先が「Outlook2000/98」"_sjis},
       {TQ_NOTICE_IMPORT, " インポートが終了するまで"_sjis, "hidden"},
       {TQ_NOTICE_EXPORT, "再度エクスポートを実行"_sjis,
@@ -51,13 +41,13 @@ TEST(SetupNotice, WordsOfEachOperation) {
        "「Outlook2002/97」へデータ更新が発生する場合、"_sjis},
       {TQ_NOTICE_CREATE, "アドレス帳の作成が終了"_sjis, "hidden"},
   };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.mode);
-    shown.answer = static_cast<short>(c.mode % 2);
-    EXPECT_EQ(tqOutlookSpInfoDlg(c.mode), c.mode % 2);
-    EXPECT_NE(shown.note1.find(c.in_note1), std::string::npos);
+  for (const auto& [mode, in_note1, in_note2] : cases) {
+    SCOPED_TRACE(mode);
+    shown.answer = static_cast<short>(mode % 2);
+    EXPECT_EQ(tqOutlookSpInfoDlg(mode), mode % 2);
+    EXPECT_NE(shown.note1.find(in_note1), std::string::npos);
     EXPECT_EQ(shown.note1.find("%1"), std::string::npos);
-    EXPECT_NE(shown.note2.find(c.in_note2), std::string::npos);
+    EXPECT_NE(shown.note2.find(in_note2), std::string::npos);
     EXPECT_EQ(shown.caption, "住所録Ｘ"_sjis);
     EXPECT_TRUE(shown.help_file.ends_with("\\設定方法.TXT"_sjis));
   }

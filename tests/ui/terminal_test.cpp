@@ -1,7 +1,6 @@
 // The dialogs at a terminal, driven from the other end of a pseudo terminal; and without one, where
 // every question takes the answer that changes nothing.
 #include <fcntl.h>
-#include <gtest/gtest.h>
 #include <poll.h>
 #include <pty.h>
 #include <sys/wait.h>
@@ -10,15 +9,13 @@
 
 #include <csignal>
 #include <functional>
-#include <string>
 
-#include "base/sjis_literal.h"
 #include "platform/dialogs.h"
+#include "support/test.h"
 #include "support/test_folder.h"
 
 namespace {
 
-using namespace tq::literals;
 namespace platform = tq::platform;
 
 struct Outcome {
@@ -57,23 +54,18 @@ Outcome at_terminal(const std::string& keys, const std::function<int()>& body) {
 }
 
 TEST(Terminal, QuestionsTakeOnlyClearAnswers) {
-  struct Case {
-    const char* why;
-    std::string keys;
-    int status;
-  };
-  const Case cases[] = {
+  const std::tuple<const char*, std::string, int> cases[] = {
       {"yes", "y\n", 1},
       {"no", "n\n", 0},
       {"enter alone is no", "\n", 0},
       {"asked again until clear", "yes\nx\nY\n", 1},
   };
-  for (const Case& c : cases) {
-    SCOPED_TRACE(c.why);
-    const Outcome outcome = at_terminal(c.keys, [] {
+  for (const auto& [why, keys, status] : cases) {
+    SCOPED_TRACE(why);
+    const Outcome outcome = at_terminal(keys, [] {
       return platform::ask("", "中止しますか？"_sjis, platform::Buttons::kYesNo) ? 1 : 0;
     });
-    EXPECT_EQ(outcome.status, c.status) << outcome.screen;
+    EXPECT_EQ(outcome.status, status) << outcome.screen;
     EXPECT_NE(outcome.screen.find("中止しますか？ [y/N]"), std::string::npos) << outcome.screen;
   }
 }

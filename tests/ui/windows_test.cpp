@@ -1,21 +1,18 @@
 // The real dialogs, each driven once from another thread that reads their controls and presses
 // their buttons.
-#include <gtest/gtest.h>
 #include <windows.h>
 
 #include <atomic>
 #include <functional>
-#include <string>
 #include <thread>
 
 #include "base/cp932.h"
-#include "base/sjis_literal.h"
 #include "platform/dialogs.h"
+#include "support/test.h"
 #include "support/test_folder.h"
 
 namespace {
 
-using namespace tq::literals;
 namespace platform = tq::platform;
 
 constexpr const wchar_t* kCaption = L"tqutil dialog test";
