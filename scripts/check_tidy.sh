@@ -10,5 +10,5 @@ if [ $# -gt 0 ]; then
   printf '%s\0' "$@"
 else
   git ls-files -z -- 'src/*.cpp' 'tests/*.cpp' 'tools/*.cpp' ':!src/platform/win32/*' \
-    ':!tests/ui/windows_test.cpp' ':!tests/ui/show_dialogs.cpp'
+    ':!tests/ui/windows_test.cpp'
 fi | xargs -0 -r -n 1 -P "$(nproc)" clang-tidy -p build/linux --quiet --extra-arg=-w
