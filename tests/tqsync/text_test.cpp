@@ -34,6 +34,17 @@ TEST(Unicode, MalformedBytesAreFound) {
   EXPECT_EQ(to_code_points("a\xE6\xBC"), U"a\uFFFD\uFFFD");
 }
 
+TEST(Table, WithoutRowsIsASentenceForPeople) {
+  const Table table("people", {{"name"}});
+  std::ostringstream people, headings, script;
+  table.print(people, {.output = Output::kPeople, .when_empty = "Nobody."});
+  EXPECT_EQ(people.str(), "Nobody.\n");
+  table.print(headings, {Output::kPeople});
+  EXPECT_EQ(headings.str(), "  name\n");
+  table.print(script, {.output = Output::kScript, .when_empty = "Nobody."});
+  EXPECT_EQ(script.str(), "#people\tname\n");
+}
+
 TEST(Table, ColumnsLineUpWhateverTheWidthOfTheCharacters) {
   Table table("people",
               {{"name"}, {"n", Table::Kind::kNumber}, {"id", Table::Kind::kScriptOnly}, {"x"}});

@@ -16,6 +16,7 @@
 #include "library/groups.h"
 #include "terminal/table.h"
 #include "text/native_path.h"
+#include "text/numbers.h"
 
 namespace tqsync {
 namespace {
@@ -47,8 +48,9 @@ std::string kind_name(short kind) {
 }
 
 // Without the folders, which have no copy.
-std::ptrdiff_t copies_in(const std::vector<BackupFile>& files) {
-  return std::ranges::count_if(files, [](const BackupFile& file) { return !file.copy.empty(); });
+std::size_t copies_in(const std::vector<BackupFile>& files) {
+  return static_cast<std::size_t>(
+      std::ranges::count_if(files, [](const BackupFile& file) { return !file.copy.empty(); }));
 }
 
 // --- create --------------------------------------------------------------------------------------
@@ -91,7 +93,8 @@ void create(const Flags& flags, Output output) {
   const std::vector<BackupSet> sets = sets_of(flags);
   if (flags.dry_run) return show_backup_plan(sets, output);
   const std::string id = make_backup(kManualBackup, flags.note, sets);
-  std::cout << "made backup " << id << " of " << copies_in(open_backup(id).files) << " files\n";
+  std::cout << "made backup " << id << " of " << counted(copies_in(open_backup(id).files), "file")
+            << '\n';
 }
 
 // --- list, show ----------------------------------------------------------------------------------
@@ -107,11 +110,9 @@ void show_list(Output output) {
     table.add({backup.id, kind_name(backup.kind), std::to_string(backup.generation), backup.time,
                std::to_string(backup.groups), backup.note});
   }
-  if (table.size() == 0 && output == Output::kPeople) {
-    std::cout << "There are no backups. \"tqsync backup create\" makes one.\n";
-    return;
-  }
-  table.print(std::cout, {output});
+  table.print(std::cout,
+              {.output = output,
+               .when_empty = "There are no backups. \"tqsync backup create\" makes one."});
 }
 
 void show_backup(const std::string& name, Output output) {
@@ -222,8 +223,8 @@ void restore(const Flags& flags, Output output) {
   if (files.empty()) throw Failure("backup " + id + " has no files in these groups.");
   if (!flags.to.empty()) return put_below(flags.to, files, flags.dry_run);
   if (flags.dry_run) return show_restore_plan(files, output);
-  if (!flags.yes && !confirmed("Restore " + std::to_string(copies_in(files)) + " files of backup " +
-                                   id + "? What is there now is backed up first.",
+  if (!flags.yes && !confirmed("Restore " + counted(copies_in(files), "file") + " of backup " + id +
+                                   "? What is there now is backed up first.",
                                "backup " + id + " is only restored")) {
     std::cout << "nothing restored\n";
     return;
@@ -244,8 +245,8 @@ bool delete_all(const std::vector<BackupSummary>& backups, const Flags& flags) {
               << kind_name(backup.kind) << ", " << backup.time << "  " << backup.note << '\n';
   }
   if (flags.dry_run || backups.empty()) return true;
-  if (!flags.yes && !confirmed("Delete " + std::to_string(backups.size()) + " backups?",
-                               "backups are only deleted")) {
+  if (!flags.yes &&
+      !confirmed("Delete " + counted(backups.size(), "backup") + "?", "backups are only deleted")) {
     std::cout << "nothing deleted\n";
     return false;
   }
@@ -258,9 +259,13 @@ void remove(const Flags& flags) {
   delete_all(flags.all ? list_backups() : std::vector{open_backup(flags.backup).summary}, flags);
 }
 
+void print_kept(int count) {
+  std::cout << "kept of each kind: " << counted(static_cast<std::size_t>(count), "backup") << '\n';
+}
+
 void keep(const Flags& flags) {
   if (flags.keep < 0) {
-    std::cout << kept_backups() << " backups of each kind are kept\n";
+    print_kept(kept_backups());
     return;
   }
   const std::vector<BackupSummary> backups = list_backups();
@@ -270,7 +275,7 @@ void keep(const Flags& flags) {
   for (const std::size_t i : beyond(generations, flags.keep)) going.push_back(backups[i]);
   if (!delete_all(going, flags) || flags.dry_run) return;
   keep_backups(flags.keep);
-  std::cout << flags.keep << " backups of each kind are kept\n";
+  print_kept(flags.keep);
 }
 
 // --- verify --------------------------------------------------------------------------------------
@@ -300,8 +305,8 @@ void verify(Output output) {
   }
   if (table.size() != 0) table.print(std::cout, {output});
   if (output == Output::kPeople) {
-    std::cout << backups.size() << " backups with " << copies << " copies, " << faults
-              << " faults\n";
+    std::cout << counted(backups.size(), "backup") << " with " << counted(copies, "copy") << ", "
+              << counted(faults, "fault") << '\n';
   }
   if (faults != 0) throw Failure("not every backup can be restored whole");
 }

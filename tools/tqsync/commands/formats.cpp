@@ -33,12 +33,9 @@ void formats(Output output) {
                std::to_string(format.number), std::to_string(format.columns()), format.name,
                format.title, format.comment, format.path});
   }
-  if (table.size() == 0 && output == Output::kPeople) {
-    std::cout << "There are no formats. Check the folders \"fields1\" to \"fields3\" of "
-                 "tqutil.ini.\n";
-    return;
-  }
-  table.print(std::cout, {output});
+  table.print(std::cout, {.output = output,
+                          .when_empty = "There are no formats. Check the folders \"fields1\" to "
+                                        "\"fields3\" of tqutil.ini."});
 }
 
 }  // namespace

@@ -11,6 +11,7 @@
 #include "failure.h"
 #include "library/groups.h"
 #include "text/native_path.h"
+#include "text/numbers.h"
 
 namespace tqsync {
 namespace {
@@ -53,11 +54,8 @@ void show_list(Output output) {
   for (const GroupSummary& group : list_groups()) {
     table.add({group.id, std::to_string(group.members), group.title, group.memo});
   }
-  if (table.size() == 0 && output == Output::kPeople) {
-    std::cout << "There are no groups. \"tqsync group new\" makes one.\n";
-    return;
-  }
-  table.print(std::cout, {output});
+  table.print(std::cout, {.output = output,
+                          .when_empty = "There are no groups. \"tqsync group new\" makes one."});
 }
 
 void show_group(const std::string& name, Output output) {
@@ -110,7 +108,7 @@ void remove_file(const Flags& flags) {
 
 bool confirmed_deletion(const Group& group) {
   return confirmed("Delete group " + group.id + " \"" + group.title + "\" with " +
-                       std::to_string(group.members.size()) + " members? The address files stay.",
+                       counted(group.members.size(), "member") + "? The address files stay.",
                    "group " + group.id + " is only deleted");
 }
 

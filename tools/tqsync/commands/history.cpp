@@ -8,6 +8,7 @@
 
 #include "commands/command.h"
 #include "library/run_history.h"
+#include "text/numbers.h"
 
 namespace tqsync {
 namespace {
@@ -25,8 +26,8 @@ void history(const Flags& flags, Output output) {
   }
   table.print(std::cout, {output});
   if (saved.damaged > 0) {
-    std::cerr << "tqsync: note: the saved history is damaged; " << saved.damaged
-              << " lines of it cannot be shown\n";
+    std::cerr << "tqsync: note: the saved history is damaged; " << counted(saved.damaged, "line")
+              << " of it cannot be shown\n";
   }
 }
 

@@ -23,6 +23,7 @@
 #include "library/layout.h"
 #include "terminal/console.h"
 #include "text/native_path.h"
+#include "text/numbers.h"
 
 namespace tqsync {
 namespace {
@@ -119,7 +120,7 @@ void write_merged(const std::string& path, const AddressFile& master,
                   const ReviewOutcome& outcome) {
   const MergedBook merged = merge_book(master, outcome.fields, outcome.persons);
   const Encoding used = write_address_file(path, merged.headings, merged.rows, master.encoding);
-  std::cerr << "tqsync: " << path << ": " << merged.rows.size() << " records written in "
+  std::cerr << "tqsync: " << path << ": " << counted(merged.rows.size(), "record") << " written in "
             << encoding_name(used)
             << (used == master.encoding ? "\n"
                                         : ", since Shift-JIS does not have all characters\n");

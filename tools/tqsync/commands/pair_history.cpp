@@ -4,6 +4,7 @@
 #include <set>
 
 #include "library/run_history.h"
+#include "text/numbers.h"
 
 namespace tqsync {
 namespace {
@@ -83,8 +84,7 @@ void save_history(const Group& group, const PairingRun& run, std::span<const Add
   history.add(-1, HistoryCategory::kHead, "pairing of group " + group.id + " " + group.title);
   for (std::uint32_t book = 0; book < run.books.size(); ++book) {
     const auto file = static_cast<std::int32_t>(book);
-    history.add(file, HistoryCategory::kHead,
-                std::to_string(run.books[book].size()) + " records read");
+    history.add(file, HistoryCategory::kHead, counted(run.books[book].size(), "record") + " read");
     for (const std::string& warning : files[book].warnings) {
       history.add(file, HistoryCategory::kRead, warning);
     }

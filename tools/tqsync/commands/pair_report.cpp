@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "text/numbers.h"
+
 namespace tqsync {
 namespace {
 
@@ -26,7 +28,9 @@ std::size_t undecided(const std::vector<Pair>& pairs) {
 }  // namespace
 
 PairReport::PairReport(const PairingRun& run, Printing printing, std::ostream& out)
-    : run_(run), printing_(printing), out_(out) {}
+    : run_(run), printing_(printing), out_(out) {
+  printing_.when_empty = "  none";
+}
 
 void PairReport::print(const std::string& section) {
   constexpr std::pair<const char*, void (PairReport::*)()> kPrinters[] = {
@@ -58,11 +62,7 @@ std::string PairReport::master_name(std::uint32_t master) const {
 
 void PairReport::print_table(const std::string& title, const Table& table) {
   if (printing_.output == Output::kPeople) out_ << '\n' << title << '\n';
-  if (printing_.output == Output::kPeople && table.size() == 0) {
-    out_ << "  none\n";
-  } else {
-    table.print(out_, printing_);
-  }
+  table.print(out_, printing_);
 }
 
 void PairReport::print_links() {
@@ -115,9 +115,9 @@ void PairReport::print_open_groups() {
       }
     }
   }
-  print_table("To decide: " + std::to_string(table.size()) + " pairs in " +
-                  std::to_string(groups.size()) + " groups",
-              table);
+  print_table(
+      "To decide: " + counted(table.size(), "pair") + " in " + counted(groups.size(), "group"),
+      table);
 }
 
 void PairReport::print_new() {

@@ -5,6 +5,7 @@
 #include <iterator>
 
 #include "text/native_path.h"
+#include "text/numbers.h"
 
 namespace tqsync {
 namespace {
@@ -27,7 +28,7 @@ std::string copy_fault(const CopyFacts& facts) {
   if (static_cast<std::uint32_t>(*facts.copy) == static_cast<std::uint32_t>(facts.recorded)) {
     return "";
   }
-  return "the copy has " + std::to_string(*facts.copy) + " bytes instead of " +
+  return "the copy has " + counted(*facts.copy, "byte") + " instead of " +
          std::to_string(facts.recorded);
 }
 

@@ -6,6 +6,7 @@
 #include "files/place.h"
 #include "files/whole_file.h"
 #include "text/native_path.h"
+#include "text/numbers.h"
 
 namespace tqsync {
 namespace {
@@ -16,17 +17,14 @@ bool is_empty(const std::string& cell) { return cell.empty(); }
 // empty, with a warning.
 void fit_row(AddressFile& file, CsvRow& row) {
   const std::size_t columns = file.headings.size();
-  const auto count = [](std::size_t n, const char* what) {
-    return std::to_string(n) + what + (n == 1 ? "" : "s");
-  };
   if (row.cells.size() < columns) {
     file.warnings.push_back(at_line(file.name, row.line,
-                                    "only " + count(row.cells.size(), " cell") + " under " +
-                                        count(columns, " heading") + ", the rest is empty"));
+                                    "only " + counted(row.cells.size(), "cell") + " under " +
+                                        counted(columns, "heading") + ", the rest is empty"));
   } else if (!std::all_of(row.cells.begin() + static_cast<std::ptrdiff_t>(columns), row.cells.end(),
                           is_empty)) {
     fail_at(file.name, row.line,
-            count(row.cells.size(), " cell") + " under " + count(columns, " heading") +
+            counted(row.cells.size(), "cell") + " under " + counted(columns, "heading") +
                 ". Put cells that hold a comma in double quotes.");
   }
   row.cells.resize(columns);

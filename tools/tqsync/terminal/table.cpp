@@ -74,10 +74,12 @@ void Table::add(std::vector<std::string> cells) {
 }
 
 void Table::print(std::ostream& out, Printing how) const {
-  if (how.output == Output::kPeople) {
-    print_aligned(out, how.rows);
-  } else {
+  if (how.output == Output::kScript) {
     print_tabbed(out);
+  } else if (rows_.empty() && how.when_empty != nullptr) {
+    out << how.when_empty << '\n';
+  } else {
+    print_aligned(out, how.rows);
   }
 }
 

@@ -17,10 +17,12 @@ namespace tqsync {
 
 enum class Output { kPeople, kScript };
 
-// For people a long table may be cut, with a line that says so.
+// For people a long table may be cut, with a line that says so, and a sentence may stand for a
+// table without rows.
 struct Printing {
   Output output = Output::kPeople;
   std::size_t rows = std::numeric_limits<std::size_t>::max();
+  const char* when_empty = nullptr;
 };
 
 // How many cells of a terminal the text takes.
