@@ -1,7 +1,6 @@
 // tqsync backup: makes, shows, restores, deletes and checks backups.
 #include <algorithm>
 #include <filesystem>
-#include <functional>
 #include <iostream>
 #include <memory>
 #include <optional>
@@ -30,7 +29,6 @@ struct Flags {
   int keep = -1;
   bool yes = false, dry_run = false, all = false;
 };
-using SharedFlags = std::shared_ptr<Flags>;
 
 std::string kind_name(short kind) {
   switch (kind) {
@@ -311,19 +309,6 @@ void verify(Output output) {
   if (faults != 0) throw Failure("not every backup can be restored whole");
 }
 
-// A subcommand of `backup` and what it does.
-CLI::App* add(CLI::App& parent, Program& program, const char* name, const char* help,
-              std::function<void()> action) {
-  CLI::App* command = parent.add_subcommand(name, help);
-  command->callback([&program, action = std::move(action)] {
-    program.action = [action] {
-      require_home();
-      action();
-    };
-  });
-  return command;
-}
-
 void add_dry_run(CLI::App& command, Flags& flags) {
   command.add_flag("--dry-run", flags.dry_run, "Show what would be done and do nothing");
 }
@@ -335,8 +320,8 @@ void add_backup_command(CLI::App& app, Program& program) {
   backup->require_subcommand(1);
   const auto flags = std::make_shared<Flags>();
 
-  CLI::App* command = add(*backup, program, "create", "Back up address files",
-                          [flags, &program] { create(*flags, program.output); });
+  CLI::App* command = add_home_command(*backup, program, "create", "Back up address files",
+                                       [flags, &program] { create(*flags, program.output); });
   command->add_option("group", flags->group, "A sync group whose files to back up");
   command->add_option("--file", flags->files, "A file; may be repeated")->allow_extra_args(false);
   command->add_option("--folder", flags->folders, "A folder with all in it; may be repeated")
@@ -344,14 +329,15 @@ void add_backup_command(CLI::App& app, Program& program) {
   command->add_option("--note", flags->note, "A line of your own");
   add_dry_run(*command, *flags);
 
-  add(*backup, program, "list", "List the backups", [&program] { show_list(program.output); });
+  add_home_command(*backup, program, "list", "List the backups",
+                   [&program] { show_list(program.output); });
 
-  command = add(*backup, program, "show", "Show the files of a backup",
-                [flags, &program] { show_backup(flags->backup, program.output); });
+  command = add_home_command(*backup, program, "show", "Show the files of a backup",
+                             [flags, &program] { show_backup(flags->backup, program.output); });
   command->add_option("backup", flags->backup, "Its number")->required();
 
-  command = add(*backup, program, "restore", "Bring the files of a backup back",
-                [flags, &program] { restore(*flags, program.output); });
+  command = add_home_command(*backup, program, "restore", "Bring the files of a backup back",
+                             [flags, &program] { restore(*flags, program.output); });
   command->add_option("backup", flags->backup, "Its number")->required();
   command->add_option("--group", flags->only, "Only this group of it; may be repeated")
       ->allow_extra_args(false);
@@ -359,21 +345,23 @@ void add_backup_command(CLI::App& app, Program& program) {
   command->add_flag("--yes", flags->yes, "Do not ask, and make folders again that are gone");
   add_dry_run(*command, *flags);
 
-  command = add(*backup, program, "delete", "Delete backups", [flags] { remove(*flags); });
+  command =
+      add_home_command(*backup, program, "delete", "Delete backups", [flags] { remove(*flags); });
   command->add_option("backup", flags->backup, "Its number");
   command->add_flag("--all", flags->all, "Every backup");
   command->add_flag("--yes", flags->yes, "Do not ask");
   add_dry_run(*command, *flags);
 
-  command = add(*backup, program, "keep",
-                "Keep so many backups of each kind and delete older ones; show how many are kept",
-                [flags] { keep(*flags); });
+  command = add_home_command(
+      *backup, program, "keep",
+      "Keep so many backups of each kind and delete older ones; show how many are kept",
+      [flags] { keep(*flags); });
   command->add_option("count", flags->keep, "How many")->check(CLI::Range(1, 1000));
   command->add_flag("--yes", flags->yes, "Do not ask");
   add_dry_run(*command, *flags);
 
-  add(*backup, program, "verify", "Check that every copy is there with its size",
-      [&program] { verify(program.output); });
+  add_home_command(*backup, program, "verify", "Check that every copy is there with its size",
+                   [&program] { verify(program.output); });
 }
 
 }  // namespace tqsync

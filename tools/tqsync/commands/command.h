@@ -29,6 +29,10 @@ void add_pair_command(CLI::App& app, Program& program);
 // The home folder's settings file must be there; throws Failure that tells how to get it.
 void require_home();
 
+// Adds a subcommand that needs the home folder: `action` is done when it is there.
+CLI::App* add_home_command(CLI::App& parent, Program& program, const char* name, const char* help,
+                           std::function<void()> action);
+
 // Asks a person; true for yes. Where nobody can be asked it throws Failure: `what` with --yes.
 bool confirmed(const std::string& question, const std::string& what);
 

@@ -1,6 +1,5 @@
 // tqsync group: makes, shows and changes sync groups.
 #include <filesystem>
-#include <functional>
 #include <iostream>
 #include <memory>
 #include <string>
@@ -24,7 +23,6 @@ struct Flags {
   Encoding encoding = Encoding::kDetect;
   bool as_master = false, yes = false;
 };
-using SharedFlags = std::shared_ptr<Flags>;
 
 // A member file must be there when it is added; afterwards it may come and go.
 std::string existing_file(const std::string& native) {
@@ -122,19 +120,6 @@ void remove_group(const Flags& flags) {
   std::cout << "deleted group " << group.id << "  " << group.title << '\n';
 }
 
-// A subcommand of `group` and what it does.
-CLI::App* add(CLI::App& parent, Program& program, const char* name, const char* help,
-              std::function<void()> action) {
-  CLI::App* command = parent.add_subcommand(name, help);
-  command->callback([&program, action = std::move(action)] {
-    program.action = [action] {
-      require_home();
-      action();
-    };
-  });
-  return command;
-}
-
 }  // namespace
 
 void add_group_command(CLI::App& app, Program& program) {
@@ -145,21 +130,23 @@ void add_group_command(CLI::App& app, Program& program) {
     command->add_option("group", flags->group, "Number or title of the group")->required();
   };
 
-  CLI::App* command = add(*group, program, "new", "Make a group", [flags] { make_group(*flags); });
+  CLI::App* command =
+      add_home_command(*group, program, "new", "Make a group", [flags] { make_group(*flags); });
   command->add_option("title", flags->title, "Its title, at most 64 kanji")->required();
   command->add_option("--master", flags->master, "The address file to compare the others with");
   command->add_option("--partner", flags->partners, "An address file to compare; may be repeated")
       ->allow_extra_args(false);
   command->add_option("--memo", flags->memo, "A line of your own");
 
-  add(*group, program, "list", "List the groups", [&program] { show_list(program.output); });
+  add_home_command(*group, program, "list", "List the groups",
+                   [&program] { show_list(program.output); });
 
-  command = add(*group, program, "show", "Show a group and its address files",
-                [flags, &program] { show_group(flags->group, program.output); });
+  command = add_home_command(*group, program, "show", "Show a group and its address files",
+                             [flags, &program] { show_group(flags->group, program.output); });
   add_group_argument(command);
 
-  command =
-      add(*group, program, "add", "Add an address file to a group", [flags] { add_file(*flags); });
+  command = add_home_command(*group, program, "add", "Add an address file to a group",
+                             [flags] { add_file(*flags); });
   add_group_argument(command);
   command->add_option("file", flags->file, "The CSV file")->required();
   CLI::Option* master = command->add_flag("--master", flags->as_master, "Add it as the master");
@@ -169,13 +156,13 @@ void add_group_command(CLI::App& app, Program& program) {
       ->capture_default_str();
   add_encoding_option(*command, flags->encoding, "Its encoding, kept with the group");
 
-  command = add(*group, program, "remove", "Take an address file out of a group",
-                [flags] { remove_file(*flags); });
+  command = add_home_command(*group, program, "remove", "Take an address file out of a group",
+                             [flags] { remove_file(*flags); });
   add_group_argument(command);
   command->add_option("member", flags->file, "Its number, path or file name")->required();
 
-  command = add(*group, program, "delete", "Delete a group; its address files stay",
-                [flags] { remove_group(*flags); });
+  command = add_home_command(*group, program, "delete", "Delete a group; its address files stay",
+                             [flags] { remove_group(*flags); });
   add_group_argument(command);
   command->add_flag("--yes", flags->yes, "Do not ask");
 }

@@ -34,19 +34,14 @@ void history(const Flags& flags, Output output) {
 }  // namespace
 
 void add_history_command(CLI::App& app, Program& program) {
-  CLI::App* command =
-      app.add_subcommand("history", "Print the history of the last run, file by file");
   const auto flags = std::make_shared<Flags>();
+  CLI::App* command =
+      add_home_command(app, program, "history", "Print the history of the last run, file by file",
+                       [flags, &program] { history(*flags, program.output); });
   command->add_option("--only", flags->only, "Print only this category; may be repeated")
       ->allow_extra_args(false)
       ->check(CLI::IsMember(
           std::vector<std::string>(std::begin(kHistoryCategories), std::end(kHistoryCategories))));
-  command->callback([flags, &program] {
-    program.action = [flags, &program] {
-      require_home();
-      history(*flags, program.output);
-    };
-  });
 }
 
 }  // namespace tqsync

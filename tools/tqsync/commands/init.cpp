@@ -5,10 +5,9 @@
 
 #include "commands/command.h"
 #include "failure.h"
-#include "text/library_text.h"
+#include "library/home_file.h"
 #include "text/native_path.h"
 #include "tqutil/host.h"
-#include "tqutil/records.h"
 
 namespace tqsync {
 namespace {
@@ -31,24 +30,16 @@ constexpr char kSettings[] =
 constexpr short kFolders[] = {TQ_FOLDER_DATA, TQ_FOLDER_WORK, TQ_FOLDER_BACKUP, TQ_FOLDER_GROUP,
                               TQ_FOLDER_MEMBER};
 
-std::string settings_file() {
-  char home[TQ_PATH_SIZE];
-  if (tqGetFolder(TQ_FOLDER_HOME, home) != 0) {
-    throw Failure("there is no home folder. Name one with --home or in TQUTIL_HOME.");
-  }
-  return to_native_path(std::string(home) + "tqutil.ini");
-}
-
 // An existing settings file is left alone: it may have been edited.
-bool write_settings(const std::string& path) {
-  if (std::filesystem::exists(to_path(path))) return false;
+bool write_settings(const std::filesystem::path& path) {
+  if (std::filesystem::exists(path)) return false;
   std::error_code error;
-  std::filesystem::create_directories(to_path(path).parent_path(), error);
-  std::ofstream file(to_path(path));
+  std::filesystem::create_directories(path.parent_path(), error);
+  std::ofstream file(path);
   file << kSettings;
   file.close();
   if (!file) {
-    throw Failure(path +
+    throw Failure(from_path(path) +
                   ": this file cannot be written. Check that you may write there, or name "
                   "another home folder with --home.");
   }
@@ -56,26 +47,14 @@ bool write_settings(const std::string& path) {
 }
 
 void init() {
-  const std::string settings = settings_file();
+  const std::filesystem::path settings = settings_file();
   const bool made = write_settings(settings);
-  for (const short which : kFolders) {
-    char folder[TQ_PATH_SIZE];
-    if (tqGetFolder(which, folder) != 0) {
-      throw Failure("a folder that " + settings + " names cannot be made. Check its entries.");
-    }
-  }
-  std::cout << (made ? "made " : "already there: ") << settings << '\n';
+  // The library makes a folder when it is asked for it.
+  for (const short folder : kFolders) static_cast<void>(home_file(folder, ""));
+  std::cout << (made ? "made " : "already there: ") << from_path(settings) << '\n';
 }
 
 }  // namespace
-
-void require_home() {
-  const std::string settings = settings_file();
-  if (!std::filesystem::exists(to_path(settings))) {
-    throw Failure("the home folder has no " + settings +
-                  ". \"tqsync init\" makes it; --home or TQUTIL_HOME name another home folder.");
-  }
-}
 
 void add_init_command(CLI::App& app, Program& program) {
   CLI::App* command = app.add_subcommand("init", "Make the home folder, its settings and folders");

@@ -4,7 +4,9 @@
 #include <iostream>
 
 #include "failure.h"
+#include "library/home_file.h"
 #include "text/library_text.h"
+#include "text/native_path.h"
 #include "tqutil/host.h"
 #include "tqutil/siblings.h"
 
@@ -286,12 +288,6 @@ void keep_backups(int count) {
   }
 }
 
-std::string backup_folder() {
-  Buffer<TQ_PATH_SIZE> folder;
-  if (tqGetFolder(TQ_FOLDER_BACKUP, folder.text) != 0) {
-    throw Failure("there is no backup folder. Check the home folder's settings.");
-  }
-  return folder.native();
-}
+std::string backup_folder() { return from_path(home_file(TQ_FOLDER_BACKUP, "")); }
 
 }  // namespace tqsync

@@ -10,4 +10,7 @@ namespace tqsync {
 // there is no such folder.
 std::filesystem::path home_file(short folder, const std::string& name);
 
+// The settings of the home folder, there or not. Throws Failure when no home folder is named.
+std::filesystem::path settings_file();
+
 }  // namespace tqsync
