@@ -12,6 +12,7 @@
 #include "library/applications.h"
 #include "library/field_map.h"
 #include "terminal/table.h"
+#include "text/native_path.h"
 
 namespace tqsync {
 namespace {

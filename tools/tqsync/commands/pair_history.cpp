@@ -37,7 +37,7 @@ class Writer {
   void add_new() {
     for (const RecordRef master : run_.plan.masters) {
       if (master.book == 0 || decided_.contains(master)) continue;
-      add(master.book, HistoryCategory::kAddNew, place(person(master)));
+      add(master.book, HistoryCategory::kAddNew, place(run_.person(master)));
     }
   }
 
@@ -45,7 +45,7 @@ class Writer {
     for (const DecidedPerson& decided : outcome_.persons) {
       const RecordRef first = decided.records.front();
       if (first.book != 0) {
-        add(first.book, HistoryCategory::kAddNew, place(person(first)) + ", decided");
+        add(first.book, HistoryCategory::kAddNew, place(run_.person(first)) + ", decided");
       }
       for (const RecordRef other : std::span(decided.records).subspan(1)) {
         add_same(other, first, ", decided");
@@ -58,15 +58,14 @@ class Writer {
   }
 
  private:
-  const Person& person(RecordRef ref) const { return run_.books[ref.book][ref.record]; }
-
   void add(std::uint32_t book, HistoryCategory category, const std::string& text) {
     history_.add(static_cast<std::int32_t>(book), category, text);
   }
 
   void add_same(RecordRef ref, RecordRef as, const char* how) {
     add(ref.book, HistoryCategory::kReNew,
-        place(person(ref)) + " is " + run_.names[as.book] + ", " + place(person(as)) + how);
+        place(run_.person(ref)) + " is " + run_.names[as.book] + ", " + place(run_.person(as)) +
+            how);
   }
 
   const PairingRun& run_;

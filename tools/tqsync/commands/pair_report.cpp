@@ -57,7 +57,7 @@ std::string PairReport::master_place(std::uint32_t master) const {
 }
 
 std::string PairReport::master_name(std::uint32_t master) const {
-  return person(run_.plan.masters[master]).name;
+  return run_.person(run_.plan.masters[master]).name;
 }
 
 void PairReport::print_table(const std::string& title, const Table& table) {
@@ -82,8 +82,9 @@ void PairReport::print_links() {
         if (pair.verdict == Verdict::kNew) continue;  // shown among the new records
         const RecordRef ref{book, linked.record};
         table.add({std::to_string(linked.value), master_place(master), master_name(master),
-                   run_.names[book], line(ref), person(ref).name, reason_text(pair.likeness.signs),
-                   run_.tables.master_id(master), run_.tables.sync_id(book, linked.record)});
+                   run_.names[book], line(ref), run_.person(ref).name,
+                   reason_text(pair.likeness.signs), run_.tables.master_id(master),
+                   run_.tables.sync_id(book, linked.record)});
       }
     }
   }
@@ -109,7 +110,7 @@ void PairReport::print_open_groups() {
         if (pair.verdict == Verdict::kNew) continue;
         table.add({std::to_string(i + 1), std::to_string(pair.likeness.score),
                    master_place(pair.master), master_name(pair.master), run_.names[ref.book],
-                   line(ref), person(ref).name, reason_text(pair.likeness.signs),
+                   line(ref), run_.person(ref).name, reason_text(pair.likeness.signs),
                    pair.verdict == Verdict::kLink ? "linked" : "open",
                    run_.tables.master_id(pair.master), run_.tables.sync_id(ref.book, ref.record)});
       }
@@ -130,8 +131,8 @@ void PairReport::print_new() {
     for (const Pair& pair : run_.plan.books[book].pairs) {
       if (pair.verdict != Verdict::kNew) continue;
       const RecordRef ref{book, pair.record};
-      table.add({run_.names[book], line(ref), person(ref).name, run_.tables.master_id(pair.master),
-                 run_.tables.sync_id(book, pair.record)});
+      table.add({run_.names[book], line(ref), run_.person(ref).name,
+                 run_.tables.master_id(pair.master), run_.tables.sync_id(book, pair.record)});
     }
   }
   print_table(
@@ -146,7 +147,7 @@ void PairReport::print_missing() {
   for (std::uint32_t book = 1; book < run_.books.size(); ++book) {
     for (const std::uint32_t master : run_.plan.books[book].missing) {
       const RecordRef ref = run_.plan.masters[master];
-      table.add({run_.names[book], line(ref), person(ref).name, run_.names[ref.book],
+      table.add({run_.names[book], line(ref), run_.person(ref).name, run_.names[ref.book],
                  run_.tables.master_id(master)});
     }
   }
@@ -159,8 +160,8 @@ void PairReport::print_duplicates() {
   for (std::uint32_t book = 0; book < run_.books.size(); ++book) {
     for (const Duplicate& duplicate : run_.plan.books[book].duplicates) {
       const RecordRef later{book, duplicate.record}, earlier{book, duplicate.earlier};
-      table.add({run_.names[book], line(later), person(later).name, line(earlier),
-                 person(earlier).name,
+      table.add({run_.names[book], line(later), run_.person(later).name, line(earlier),
+                 run_.person(earlier).name,
                  duplicate.copy ? "every cell" : reason_text(duplicate.likeness.signs)});
     }
   }

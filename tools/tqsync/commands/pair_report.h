@@ -22,6 +22,8 @@ struct PairingRun {
   std::span<const Book> books;
   const Plan& plan;
   const MatchTables& tables;
+
+  const Person& person(RecordRef ref) const { return books[ref.book][ref.record]; }
 };
 
 class PairReport {
@@ -34,11 +36,10 @@ class PairReport {
  private:
   // The one that a partner file's plan has for a record and a master record; there must be one.
   const Pair& pair_of(std::uint32_t book, std::uint32_t record, std::uint32_t master) const;
-  const Person& person(RecordRef ref) const { return run_.books[ref.book][ref.record]; }
   // The file's line of a master record, or where it is new from.
   std::string master_place(std::uint32_t master) const;
   std::string master_name(std::uint32_t master) const;
-  std::string line(RecordRef ref) const { return std::to_string(person(ref).line); }
+  std::string line(RecordRef ref) const { return std::to_string(run_.person(ref).line); }
 
   void print_links();
   void print_open_groups();

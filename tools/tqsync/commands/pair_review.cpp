@@ -10,6 +10,7 @@
 #include "files/decision_file.h"
 #include "files/place.h"
 #include "library/merge_desk.h"
+#include "text/numbers.h"
 
 namespace tqsync {
 namespace {
@@ -70,9 +71,7 @@ class PreparedDecisions {
   // A record by its sync id; the id of a new master record means the record that becomes it.
   RecordRef record_of(const DecisionRow& row) const {
     const auto book = books_.find(row.id.substr(0, 6));
-    const bool digits =
-        row.id.size() == 15 && row.id.find_first_not_of("0123456789") == std::string::npos;
-    if (digits && book != books_.end()) {
+    if (row.id.size() == 15 && is_number(row.id) && book != books_.end()) {
       RecordRef ref{book->second, static_cast<std::uint32_t>(std::stoul(row.id.substr(6)))};
       if (ref.book == 0 && ref.record < run_.plan.masters.size()) {
         ref = run_.plan.masters[ref.record];
@@ -126,8 +125,6 @@ class Review {
     return groups;
   }
 
-  const Person& person(RecordRef ref) const { return run_.books[ref.book][ref.record]; }
-
   // The group that is on the desk.
   struct Group {
     std::size_t number;  // from 0
@@ -157,7 +154,7 @@ class Review {
                         pair == nullptr ? 100 : pair->likeness.score,
                         static_cast<short>(ref.book),
                         run_.names[ref.book],
-                        "line " + std::to_string(person(ref).line),
+                        "line " + std::to_string(run_.person(ref).line),
                         {}};
       for (const std::size_t field : group.shown) record.texts.push_back(group.values[i][field]);
       records.push_back(std::move(record));
@@ -340,7 +337,7 @@ void print_decisions(const ReviewOutcome& outcome, const PairingRun& run, Printi
   for (std::size_t i = 0; i < outcome.persons.size(); ++i) {
     const DecidedPerson& decided = outcome.persons[i];
     const auto add = [&](RecordRef ref, const std::string& field) {
-      const Person& person = run.books[ref.book][ref.record];
+      const Person& person = run.person(ref);
       table.add({std::to_string(decided.group), std::to_string(i + 1), run.names[ref.book],
                  std::to_string(person.line), person.name, field,
                  run.tables.sync_id(ref.book, ref.record)});

@@ -39,10 +39,6 @@ bool accepts(const Field& field, const std::string& cell) {
   return !has_word(field.name, kFixedWords) || !is_mobile(cell);
 }
 
-bool share_key(const std::vector<std::string>& a, const std::vector<std::string>& b) {
-  return std::ranges::find_first_of(a, b) != a.end();
-}
-
 // Several columns of a file may hold such values; each is put where it fits.
 bool is_listed(ValueKind kind) { return kind == ValueKind::kPhone || kind == ValueKind::kMail; }
 

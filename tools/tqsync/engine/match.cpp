@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "engine/normalize.h"
+
 namespace tqsync {
 namespace {
 
@@ -12,10 +14,6 @@ constexpr SignRule kRules[] = {
     {kSameName, 50, "name"},       {kSameCommonName, 45, "name in other kanji"},
     {kSameReading, 20, "reading"}, {kSamePhone, 30, "telephone"},
     {kSameMail, 35, "mail"},       {kSameAddress, 30, "address"}};
-
-bool share_one(const std::vector<std::string>& a, const std::vector<std::string>& b) {
-  return std::ranges::find_first_of(a, b) != a.end();
-}
 
 bool equal_and_there(const std::string& a, const std::string& b) { return !a.empty() && a == b; }
 
@@ -32,9 +30,9 @@ Likeness compare(const Person& a, const Person& b) {
   } else if (equal_and_there(a.reading, b.reading)) {
     signs = kSameReading;
   }
-  if (share_one(a.phones, b.phones)) signs |= kSamePhone;
-  if (share_one(a.mails, b.mails)) signs |= kSameMail;
-  if (share_one(a.addresses, b.addresses)) signs |= kSameAddress;
+  if (share_key(a.phones, b.phones)) signs |= kSamePhone;
+  if (share_key(a.mails, b.mails)) signs |= kSameMail;
+  if (share_key(a.addresses, b.addresses)) signs |= kSameAddress;
 
   Likeness likeness{0, static_cast<std::uint8_t>(signs)};
   for (const SignRule& rule : kRules) {

@@ -245,6 +245,10 @@ std::vector<std::string> mail_keys(std::string_view cell) {
   return keys;
 }
 
+bool share_key(const std::vector<std::string>& a, const std::vector<std::string>& b) {
+  return std::ranges::find_first_of(a, b) != a.end();
+}
+
 std::string address_key(std::string_view address) {
   const std::string numbers = convert_text(tqAddressStrKan2Nrm, address);  // drops spaces too
   const std::u32string codes = to_code_points(to_half_width(numbers));

@@ -29,6 +29,9 @@ std::vector<std::string> phone_keys(std::string_view cell);
 // The mail addresses of a cell, in half width and lower case, without display names.
 std::vector<std::string> mail_keys(std::string_view cell);
 
+// Whether two cells, by their keys, have a telephone number or a mail address in common.
+bool share_key(const std::vector<std::string>& a, const std::vector<std::string>& b);
+
 // An address without its prefecture: in half width, no spaces, kanji numbers as digits, the words
 // between the numbers (丁目, 番地, 番, 号) and every kind of dash as a hyphen, kanji in their
 // common spelling. An address without a number says too little and gives nothing.

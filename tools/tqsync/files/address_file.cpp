@@ -53,8 +53,4 @@ AddressFile parse_address_file(const std::string& name, std::string bytes, Encod
   return file;
 }
 
-std::string file_name(const std::string& native_path) {
-  return from_path(to_path(native_path).filename());
-}
-
 }  // namespace tqsync

@@ -26,7 +26,4 @@ AddressFile read_address_file(const std::string& native_path, Encoding encoding)
 // The same from bytes in memory.
 AddressFile parse_address_file(const std::string& name, std::string bytes, Encoding encoding);
 
-// The last name of a native path.
-std::string file_name(const std::string& native_path);
-
 }  // namespace tqsync

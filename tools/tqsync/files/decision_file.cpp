@@ -50,8 +50,7 @@ std::vector<DecisionRow> parse_decisions(const std::string& file, std::string_vi
   if (const std::size_t at = find_malformed(text); at != std::string_view::npos) {
     fail_at(file, line_of(text, at), "there is a character that is no UTF-8.");
   }
-  constexpr std::string_view kMark = "\xEF\xBB\xBF";
-  if (text.starts_with(kMark)) text.remove_prefix(kMark.size());
+  if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
   std::vector<DecisionRow> rows;
   ColumnPlaces places;
   for (std::size_t number = 1; !text.empty(); ++number) {

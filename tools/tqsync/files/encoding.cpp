@@ -3,18 +3,16 @@
 #include <cctype>
 #include <cstdint>
 #include <limits>
-#include <new>
 #include <utility>
 
 #include "files/place.h"
+#include "text/library_text.h"
 #include "text/unicode.h"
 #include "tqutil/host.h"
 
 namespace tqsync {
 namespace {
 
-constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
-constexpr std::string_view kReplacement = "\xEF\xBF\xBD";  // U+FFFD; Shift-JIS does not have it
 constexpr std::string_view kUtf16Marks[] = {"\xFF\xFE", "\xFE\xFF"};
 
 void refuse_binary(const std::string& file, std::string_view bytes) {
@@ -39,12 +37,7 @@ void refuse_binary(const std::string& file, std::string_view bytes) {
 }
 
 std::string sjis_to_utf8(const std::string& file, std::string_view bytes) {
-  // A byte becomes at most three; readers refuse files for which that is too much.
-  std::string utf8(3 * bytes.size() + 1, '\0');
-  const std::int32_t used = tqSjisToUtf8(bytes.data(), static_cast<std::int32_t>(bytes.size()),
-                                         utf8.data(), static_cast<std::int32_t>(utf8.size()));
-  if (used < 0) throw std::bad_alloc();
-  utf8.resize(static_cast<std::size_t>(used));
+  std::string utf8 = from_sjis(bytes);
   const std::size_t fault = utf8.find(kReplacement);
   if (fault != std::string::npos) {
     refuse_text(file, std::string_view(utf8).substr(0, fault), Encoding::kShiftJis);
@@ -80,9 +73,9 @@ const char* encoding_name(Encoding encoding) {
 
 DecodedText decode(const std::string& file, std::string bytes, Encoding encoding) {
   refuse_binary(file, bytes);
-  const bool marked = bytes.starts_with(kUtf8Mark);
+  const bool marked = bytes.starts_with(kByteOrderMark);
   if (marked && encoding != Encoding::kShiftJis) {
-    bytes.erase(0, kUtf8Mark.size());
+    bytes.erase(0, kByteOrderMark.size());
     encoding = Encoding::kUtf8;
   }
   if (encoding != Encoding::kShiftJis) {
@@ -106,7 +99,7 @@ EncodedText encode(std::string utf8, Encoding encoding) {
       return {Encoding::kShiftJis, std::move(sjis)};
     }
   }
-  return {Encoding::kUtf8, utf8.insert(0, kUtf8Mark)};
+  return {Encoding::kUtf8, utf8.insert(0, kByteOrderMark)};
 }
 
 }  // namespace tqsync

@@ -2,11 +2,13 @@
 
 #include <algorithm>
 #include <iostream>
+#include <optional>
 
 #include "failure.h"
 #include "library/home_file.h"
 #include "text/library_text.h"
 #include "text/native_path.h"
+#include "text/numbers.h"
 #include "tqutil/host.h"
 #include "tqutil/siblings.h"
 
@@ -99,12 +101,6 @@ std::vector<BackupFile> files_of(CBackUpCtl& object, const std::string& id) {
     }
   }
   return files;
-}
-
-std::string five_digits(const std::string& name) {
-  const bool number = !name.empty() && name.size() <= 5 &&
-                      name.find_first_not_of("0123456789") == std::string::npos;
-  return number ? std::string(5 - name.size(), '0') + name : name;
 }
 
 // The histories are read by lines, and the first byte of a line can make it a comment.
@@ -210,10 +206,10 @@ std::vector<BackupSummary> list_backups() {
 Backup open_backup(const std::string& name) {
   CBackUpCtl object;
   read_list(object);
-  const std::string id = five_digits(name);
+  const std::optional<std::string> id = with_zeros(name, 5);
   for (BackupSummary summary; next(object, summary);) {
     if (summary.id != id) continue;
-    return {summary, files_of(object, id), object.RestoreFileInit(in(id)) == 0};
+    return {summary, files_of(object, *id), object.RestoreFileInit(in(*id)) == 0};
   }
   throw Failure("there is no backup \"" + name + "\". \"tqsync backup list\" shows the backups.");
 }

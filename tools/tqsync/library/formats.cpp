@@ -6,8 +6,8 @@
 #include <utility>
 
 #include "failure.h"
-#include "files/address_file.h"
 #include "text/library_text.h"
+#include "text/native_path.h"
 #include "tqutil/csvinfo.h"
 #include "tqutil/records.h"
 #include "tqutil/siblings.h"

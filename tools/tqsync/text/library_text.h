@@ -12,6 +12,7 @@ namespace tqsync {
 std::string to_sjis(const std::string& what, std::string_view utf8);
 // The same for texts that people read: such a character becomes "?".
 std::string to_sjis_or_mark(std::string_view utf8);
+// At most 700 MB, so that three bytes for each can be counted.
 std::string from_sjis(std::string_view sjis);
 
 // One of the library's text functions (`tqStrToZen` and its kind) over a text in UTF-8. What

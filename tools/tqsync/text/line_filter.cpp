@@ -5,12 +5,11 @@
 
 #include "failure.h"
 #include "text/library_text.h"
+#include "text/unicode.h"
 
 namespace tqsync {
 namespace {
 
-constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
-constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
 // The library counts in 32 bits, and a result may be five times as long as its text.
 constexpr std::size_t kMostBytes = std::size_t{INT32_MAX} / 16;
 

@@ -17,4 +17,6 @@ std::string whole_path(const std::string& utf8) {
   return from_path(fs::absolute(to_path(utf8)).lexically_normal());
 }
 
+std::string file_name(const std::string& utf8) { return from_path(to_path(utf8).filename()); }
+
 }  // namespace tqsync

@@ -15,4 +15,7 @@ std::string from_path(const std::filesystem::path& path);
 // The path from the root on, without "." and "..".
 std::string whole_path(const std::string& utf8);
 
+// The last name of a path.
+std::string file_name(const std::string& utf8);
+
 }  // namespace tqsync

@@ -8,4 +8,13 @@ std::string counted(std::uint64_t count, std::string noun) {
   return std::to_string(count) + ' ' + noun;
 }
 
+bool is_number(std::string_view text) {
+  return !text.empty() && text.find_first_not_of("0123456789") == std::string_view::npos;
+}
+
+std::optional<std::string> with_zeros(const std::string& text, std::size_t digits) {
+  if (!is_number(text) || text.size() > digits) return std::nullopt;
+  return std::string(digits - text.size(), '0') + text;
+}
+
 }  // namespace tqsync

@@ -9,6 +9,10 @@
 
 namespace tqsync {
 
+inline constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
+// U+FFFD, which stands for what is no character; Shift-JIS does not have it.
+inline constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
+
 // The character at the start of a text that is not empty: its code point and the bytes it takes.
 // Nothing when the bytes are no character.
 struct Character {
