@@ -8,6 +8,7 @@
 #include "failure.h"
 #include "text/library_text.h"
 #include "text/native_path.h"
+#include "text/numbers.h"
 #include "tqutil/syncfile.h"
 
 namespace tqsync {
@@ -176,12 +177,6 @@ void for_each_group(const Listing& listing, Visit visit) {
   }
 }
 
-std::string three_digits(const std::string& name) {
-  const bool number = !name.empty() && name.size() <= 3 &&
-                      name.find_first_not_of("0123456789") == std::string::npos;
-  return number ? std::string(3 - name.size(), '0') + name : "";
-}
-
 }  // namespace
 
 std::vector<GroupSummary> list_groups() {
@@ -196,7 +191,7 @@ Group open_group(const std::string& name) {
   std::vector<Group> by_id, by_title;
   for_each_group(Listing(), [&](short, const tSYNC_GRP& record) {
     Group group{record.id, text_of(record.title), text_of(record.memo), record.grpPath, {}};
-    if (group.id == three_digits(name)) {
+    if (group.id == name || group.id == with_zeros(name, 3)) {
       by_id.push_back(group);
     } else if (group.title == name) {
       by_title.push_back(group);
@@ -211,6 +206,10 @@ Group open_group(const std::string& name) {
                   "\". Name the one you mean by its number; \"tqsync group list\" shows them.");
   }
   Group group = found.front();
+  if (group.group_file.empty()) {
+    throw Failure("group \"" + name +
+                  "\" has no usable id in the second line of its file. Mend or delete the file.");
+  }
   OpenGroup open(OpenSyncFile(group.group_file.c_str(), "R"));
   open.read(group.id);
   group.members = members_of(open);
