@@ -45,6 +45,11 @@ std::string kind_name(short kind) {
   }
 }
 
+void print_backup(const char* what, const BackupSummary& backup) {
+  std::cout << what << backup.id << "  " << kind_name(backup.kind) << ", " << backup.time
+            << (backup.note.empty() ? "" : "  " + backup.note) << '\n';
+}
+
 // Without the folders, which have no copy.
 std::size_t copies_in(const std::vector<BackupFile>& files) {
   return static_cast<std::size_t>(
@@ -116,9 +121,7 @@ void show_list(Output output) {
 void show_backup(const std::string& name, Output output) {
   const Backup backup = open_backup(name);
   if (output == Output::kPeople) {
-    std::cout << "Backup " << backup.summary.id << "  " << kind_name(backup.summary.kind) << ", "
-              << backup.summary.time;
-    std::cout << (backup.summary.note.empty() ? "" : "  " + backup.summary.note) << '\n';
+    print_backup("Backup ", backup.summary);
     if (!backup.restorable) std::cout << "  its history is damaged: it cannot be restored\n";
   }
   Table table("file", {{"group"},
@@ -238,9 +241,8 @@ void restore(const Flags& flags, Output output) {
 
 // Deletes backups after a question; false when the answer was no.
 bool delete_all(const std::vector<BackupSummary>& backups, const Flags& flags) {
-  for (const BackupSummary& backup : backups) {
-    std::cout << (flags.dry_run ? "would delete " : "deleting ") << backup.id << "  "
-              << kind_name(backup.kind) << ", " << backup.time << "  " << backup.note << '\n';
+  if (flags.dry_run || !flags.yes) {
+    for (const BackupSummary& backup : backups) print_backup("would delete ", backup);
   }
   if (flags.dry_run || backups.empty()) return true;
   if (!flags.yes &&
@@ -248,7 +250,10 @@ bool delete_all(const std::vector<BackupSummary>& backups, const Flags& flags) {
     std::cout << "nothing deleted\n";
     return false;
   }
-  for (const BackupSummary& backup : backups) delete_backup(backup.id);
+  for (const BackupSummary& backup : backups) {
+    delete_backup(backup.id);
+    print_backup("deleted ", backup);
+  }
   return true;
 }
 
@@ -301,7 +306,7 @@ void verify(Output output) {
       table.add({name, "no history tells of this folder", from_path(entry.path())});
     }
   }
-  if (table.size() != 0) table.print(std::cout, {output});
+  if (table.size() != 0 || output == Output::kScript) table.print(std::cout, {output});
   if (output == Output::kPeople) {
     std::cout << counted(backups.size(), "backup") << " with " << counted(copies, "copy") << ", "
               << counted(faults, "fault") << '\n';

@@ -76,8 +76,9 @@ void print_warnings(const AddressFile& file) {
     std::cerr << "tqsync: warning: " << printable(file.warnings[i]) << '\n';
   }
   if (file.warnings.size() > kMost) {
-    std::cerr << "tqsync: warning: " << file.name << ": " << file.warnings.size() - kMost
-              << " more of this kind\n";
+    std::cerr << "tqsync: warning: " << file.name << ": "
+              << counted(file.warnings.size() - kMost, "further warning")
+              << "; \"tqsync history --only read\" shows them\n";
   }
 }
 

@@ -116,13 +116,13 @@ Layout find_layout(AddressFile& file, short application) {
   const FieldMap map(file.headings, application);
   Layout layout = layout_of(map);
   if (!layout.usable()) {
-    fail_at(file.name, 1,
-            "no heading names a column to compare. The first line must hold headings such as "
-            "\"氏名\", \"電話番号\" and \"メールアドレス\", or \"Name\", \"Phone\" and \"E-mail\". "
-            "\"tqsync "
-            "formats\" shows the known formats; a field file in the folder fields\\2b of the home "
-            "folder adds one, and with the application's number (\"group add --app\") columns are "
-            "taken by their places.");
+    fail_at(
+        file.name, 1,
+        "no heading names a column to compare. The first line must hold headings such as "
+        "\"氏名\", \"電話番号\" and \"メールアドレス\", or \"Name\", \"Phone\" and \"E-mail\". "
+        "\"tqsync formats\" shows the known formats; a field file in the folder fields/2b of the "
+        "home folder adds one, and with the application's number (\"group add --app\") columns are "
+        "taken by their places.");
   }
   if (map.by_place()) {
     file.warnings.push_back(
