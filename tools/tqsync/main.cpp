@@ -9,6 +9,7 @@
 
 #include "commands/command.h"
 #include "terminal/console.h"
+#include "terminal/table.h"
 #include "tqutil/host.h"
 #include "tqutil/siblings.h"
 
@@ -36,7 +37,7 @@ int do_action(const Program& program) {
   } catch (const std::bad_alloc&) {
     std::cerr << "tqsync: there is not enough memory for these files\n";
   } catch (const std::exception& failure) {
-    std::cerr << "tqsync: " << failure.what() << '\n';
+    std::cerr << "tqsync: " << printable(failure.what()) << '\n';
   }
   return kFailed;
 }

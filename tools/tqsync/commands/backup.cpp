@@ -47,7 +47,7 @@ std::string kind_name(short kind) {
 
 void print_backup(const char* what, const BackupSummary& backup) {
   std::cout << what << backup.id << "  " << kind_name(backup.kind) << ", " << backup.time
-            << (backup.note.empty() ? "" : "  " + backup.note) << '\n';
+            << (backup.note.empty() ? "" : "  " + printable(backup.note)) << '\n';
 }
 
 // Without the folders, which have no copy.

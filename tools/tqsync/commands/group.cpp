@@ -58,8 +58,8 @@ void show_list(Output output) {
 void show_group(const std::string& name, Output output) {
   const Group group = open_group(name);
   if (output == Output::kPeople) {
-    std::cout << "Group " << group.id << "  " << group.title << '\n';
-    if (!group.memo.empty()) std::cout << "  " << group.memo << '\n';
+    std::cout << "Group " << group.id << "  " << printable(group.title) << '\n';
+    if (!group.memo.empty()) std::cout << "  " << printable(group.memo) << '\n';
   }
   Table table("member",
               {{"member"}, {"role"}, {"app", Table::Kind::kNumber}, {"encoding"}, {"file"}});
@@ -99,12 +99,12 @@ void remove_file(const Flags& flags) {
   const Group group = open_group(flags.group);
   const std::size_t index = find_member(group, flags.file);
   remove_member(group, index);
-  std::cout << "removed " << group.members[index].path << " from group " << group.id
+  std::cout << "removed " << printable(group.members[index].path) << " from group " << group.id
             << "; the file itself stays\n";
 }
 
 bool confirmed_deletion(const Group& group) {
-  return confirmed("Delete group " + group.id + " \"" + group.title + "\" with " +
+  return confirmed("Delete group " + group.id + " \"" + printable(group.title) + "\" with " +
                        counted(group.members.size(), "member") + "? The address files stay.",
                    "group " + group.id + " is only deleted");
 }
@@ -116,7 +116,7 @@ void remove_group(const Flags& flags) {
     return;
   }
   delete_group(group);
-  std::cout << "deleted group " << group.id << "  " << group.title << '\n';
+  std::cout << "deleted group " << group.id << "  " << printable(group.title) << '\n';
 }
 
 }  // namespace

@@ -153,7 +153,8 @@ void pair(const Flags& flags, Output output) {
   const MatchTables tables(file_ids, sizes, plan);
   const PairingRun run{distinct_names(members), books, plan, tables};
   const Printing printing{output, flags.rows};
-  if (output == Output::kPeople) std::cout << "Group " << group.id << "  " << group.title << '\n';
+  if (output == Output::kPeople)
+    std::cout << "Group " << group.id << "  " << printable(group.title) << '\n';
   PairReport report(run, printing, std::cout);
   for (const std::string section : kReportSections) {
     const bool all = flags.only.empty() && !flags.reviewing();
