@@ -4,6 +4,7 @@
 // machines with SSE2 have blocks; the constants and the arithmetic on masks are for all.
 #pragma once
 
+#include <concepts>
 #include <cstddef>
 #include <utility>
 
@@ -20,13 +21,14 @@ inline constexpr std::size_t kBlockSize = 8 * sizeof(Mask);
 // candidate counts unless the one right before it does. `carry` (0 or 1) says whether the byte
 // before the block counts. With the lead bytes as candidates these are the ones that begin a
 // character, the others being second bytes.
-constexpr Mask every_other(Mask candidates, Mask carry) {
-  constexpr Mask kEven = ~Mask{0} / 3;
+template <std::unsigned_integral Bits>
+constexpr Bits every_other(Bits candidates, Bits carry) {
+  constexpr Bits kEven = ~Bits{0} / 3;
   candidates &= ~carry;
-  const Mask after = candidates << 1 | carry;
-  const Mask odd_runs = candidates & ~kEven & ~after;
+  const Bits after = candidates << 1 | carry;
+  const Bits odd_runs = candidates & ~kEven & ~after;
   // The sum runs through each run that begins at an odd bit and so tells them from the others.
-  const Mask sides = (odd_runs + candidates) << 1;
+  const Bits sides = (odd_runs + candidates) << 1;
   return candidates & ~((kEven ^ sides) & after);
 }
 

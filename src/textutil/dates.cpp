@@ -88,23 +88,20 @@ EraMark era_mark(std::string_view text) {
 
 bool is_digit(char c) { return c >= '0' && c <= '9'; }
 
-// The first run of digits at or behind `from`; empty at the end of the text when there is none.
-std::string_view digits_from(std::string_view text, std::size_t from) {
-  while (from < text.size() && !is_digit(text[from])) ++from;
-  std::size_t end = from;
-  while (end < text.size() && is_digit(text[end])) ++end;
-  return text.substr(from, end - from);
-}
+// So many digits fit an int.
+constexpr std::size_t kSmallDigits = 9;
 
-// decimal16 of a text, quickly when it is a short run of digits.
-short number(std::string_view text) {
-  if (text.size() > 9) return decimal16(text);
-  int value = 0;
-  for (const char digit : text) {
-    if (!is_digit(digit)) return decimal16(text);
-    value = value * 10 + (digit - '0');
+// The first run of digits at or behind `pos`, which moves behind it; false when there is none.
+bool next_number(std::string_view text, std::size_t& pos, short& value) {
+  while (pos < text.size() && !is_digit(text[pos])) ++pos;
+  const std::size_t first = pos;
+  int small = 0;
+  for (; pos < text.size() && is_digit(text[pos]); ++pos) {
+    if (pos - first < kSmallDigits) small = small * 10 + (text[pos] - '0');
   }
-  return static_cast<short>(value);
+  const std::size_t size = pos - first;
+  value = size <= kSmallDigits ? static_cast<short>(small) : decimal16(text.substr(first, size));
+  return size != 0;
 }
 
 short offset_of(short era) {
@@ -113,26 +110,35 @@ short offset_of(short era) {
 
 DateForm parse_half(std::string_view text, short era_out, Date& date) {
   const EraMark mark = era_mark(text);
-  std::string_view fields[3];
   std::size_t pos = mark.size;
-  for (std::size_t field = 0; field < std::size(fields); ++field) {
-    fields[field] = digits_from(text, pos);
-    if (fields[field].empty()) return DateForm::kNoDate;
-    pos = static_cast<std::size_t>(fields[field].end() - text.begin());
-    if (pos < text.size() || field == 2) continue;
-    const bool all_digits = field == 0 && mark.era == 0 && fields[0].size() == text.size();
-    return all_digits ? DateForm::kCompact : DateForm::kNoDate;
+  short year = 0;
+  if (!next_number(text, pos, year)) return DateForm::kNoDate;
+  if (mark.era == 0 && pos == text.size() && is_digit(text[0])) return DateForm::kCompact;
+  Date found;
+  if (!next_number(text, pos, found.month) || !next_number(text, pos, found.day)) {
+    return DateForm::kNoDate;
   }
-  const int year = number(fields[0]) + offset_of(mark.era) - offset_of(era_out);
-  date = {static_cast<short>(year), number(fields[1]), number(fields[2])};
+  found.year = static_cast<short>(year + offset_of(mark.era) - offset_of(era_out));
+  date = found;
   return DateForm::kDate;
 }
 
 bool parse_half_compact(std::string_view text, Date& date) {
   if (text.size() < 5 || text.size() > 8) return false;
+  int value = 0;
+  bool digits = true;
+  for (const char c : text) {
+    digits = digits && is_digit(c);
+    value = value * 10 + (c - '0');
+  }
+  if (digits) {
+    date = {static_cast<short>(value / 10000), static_cast<short>(value / 100 % 100),
+            static_cast<short>(value % 100)};
+    return true;
+  }
   const std::size_t year = text.size() - 4;
-  date = {number(text.substr(0, year)), number(text.substr(year, 2)),
-          number(text.substr(year + 2))};
+  date = {decimal16(text.substr(0, year)), decimal16(text.substr(year, 2)),
+          decimal16(text.substr(year + 2))};
   return true;
 }
 
@@ -140,9 +146,8 @@ bool parse_half_compact(std::string_view text, Date& date) {
 char* put_number(char* out, int value, bool pad) {
   if (value < 0) *out++ = '-';
   unsigned rest = value < 0 ? 0u - static_cast<unsigned>(value) : static_cast<unsigned>(value);
-  std::size_t size = 1;
-  for (unsigned limit = 10; rest >= limit; limit *= 10) ++size;
-  if (pad && size == 1 && value >= 0) size = 2;
+  std::size_t size = pad && value >= 0 ? 2 : 1;
+  for (unsigned limit = size == 2 ? 100 : 10; rest >= limit; limit *= 10) ++size;
   for (std::size_t at = size; at > 0; rest /= 10) out[--at] = static_cast<char>('0' + rest % 10);
   return out + size;
 }
@@ -150,15 +155,15 @@ char* put_number(char* out, int value, bool pad) {
 std::int32_t print(int year, const Date& date, char* dst, short separator, bool pad) {
   const bool known = separator >= 0 && separator < static_cast<short>(kDateSeparators.size());
   const char between = kDateSeparators[known ? static_cast<std::size_t>(separator) : 0];
-  char buffer[kDatePrintMax + 1];
-  char* out = put_number(buffer, year, false);
+  char unwanted[kDatePrintMax + 1];
+  char* const begin = dst != nullptr ? dst : unwanted;
+  char* out = put_number(begin, year, false);
   for (const short value : {date.month, date.day}) {
     if (separator != -1) *out++ = between;
     out = put_number(out, value, pad);
   }
-  *out++ = '\0';
-  if (dst != nullptr) std::memcpy(dst, buffer, static_cast<std::size_t>(out - buffer));
-  return static_cast<std::int32_t>(out - buffer - 1);
+  *out = '\0';
+  return static_cast<std::int32_t>(out - begin);
 }
 
 }  // namespace

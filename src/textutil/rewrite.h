@@ -14,9 +14,6 @@
 //   form(at)                    what the changing character at `at` becomes; at[1] can be read
 //   changes(block)              the same choice for a block of bytes; called for one block after
 //                               the other, from a character's first byte on
-//   kRuns                       whether most changes come in runs of single bytes that all become
-//                               two; form_before_another(at) is then form(at) for a byte that is
-//                               followed by another change
 //   inside_pair()               whether the first byte after these blocks follows a lead byte
 #pragma once
 
@@ -89,15 +86,6 @@ char* copy_over(char* out, const char* from, std::size_t size) {
   return out + size;
 }
 
-// Makes seven changes of single bytes, behind which there is another one.
-template <class Rule>
-char* apply_seven(const char* at, char* out) {
-  for (const char* end = at + 7; at != end; ++at, out += 2) {
-    std::memcpy(out, Rule::form_before_another(at).bytes, 2);
-  }
-  return out;
-}
-
 // Makes the changes of the block that begins at text[base]. `pos` is the first byte that is not yet
 // copied; it moves behind the last change.
 template <class Rule, std::size_t kAtLeast>
@@ -105,15 +93,6 @@ char* apply(const char* text, std::size_t base, Mask changes, std::size_t& pos, 
   for (; changes != 0; changes &= changes - 1) {
     const int bit = std::countr_zero(changes);
     const std::size_t at = base + static_cast<std::size_t>(bit);
-    if constexpr (Rule::kRuns) {
-      if ((changes >> bit & 0xFF) == 0xFF) {
-        out = copy_over<kAtLeast>(out, text + pos, at - pos);
-        out = apply_seven<Rule>(text + at, out);
-        pos = at + 7;
-        changes &= ~(Mask{0x3F} << bit);  // the loop itself takes away the last one
-        continue;
-      }
-    }
     const auto form = std::bit_cast<std::uint32_t>(Form(Rule::form(text + at)));
     out = copy_over<kAtLeast>(out, text + pos, at - pos);
     std::memcpy(out, &form, 4);
@@ -150,7 +129,7 @@ Progress rewrite_blocks(const char* text, std::size_t size, char* out) {
   return {pos, out};
 }
 
-// The next piece of a long text.
+// The next piece of a text of more than kBlockSize bytes.
 template <class Rule>
 Progress rewrite_piece(std::string_view text, char* out) {
   if (text.size() >= kBlockSize + kOverread) {
@@ -179,25 +158,18 @@ Progress rewrite_short(std::string_view text, char* out) {
   return {size, out};
 }
 
-#else
-
-template <class Rule>
-Progress rewrite_piece(std::string_view text, char* out) {
-  return rewrite_by_character<Rule>(text, std::min(text.size(), kPiece), out);
-}
-
 #endif
 
 // Texts of any length, piece by piece through a buffer, so that no byte behind the result is
 // touched and the text may lie under the result.
-template <class Rule>
+template <class Way>
 std::int32_t rewrite_long(Source& source, char* dst) {
-  char buffer[(kPiece + 1) * Rule::kGrowth + kSlack];
+  char buffer[(kPiece + 1) * Way::kGrowth + kSlack];
   if (!source.size_fits() || !source.keep_from(dst)) return -1;
   std::string_view text = source.text();
   std::size_t size = 0;
   while (!text.empty()) {
-    const Progress piece = rewrite_piece<Rule>(text, buffer);
+    const Progress piece = Way::piece(text, buffer);
     const std::size_t written =
         piece.out == nullptr ? piece.taken : static_cast<std::size_t>(piece.out - buffer);
     const char* const from = piece.out == nullptr ? text.data() : buffer;
@@ -209,31 +181,70 @@ std::int32_t rewrite_long(Source& source, char* dst) {
   return static_cast<std::int32_t>(size);
 }
 
+// Texts of at most kBrief bytes: the result is there before the first byte of it is written.
+inline constexpr std::size_t kBrief = 64;
+
+// Copies a result of any size without asking for it more than once: in steps of eight bytes that
+// lie in it.
+inline void copy_brief(char* dst, const char* from, std::size_t size) {
+  if (size < 8) {
+    for (std::size_t at = 0; at < size; ++at) dst[at] = from[at];
+    return;
+  }
+  std::size_t at = 0;
+  do {
+    for (std::size_t step = 0; step < 5; ++step, at += 8) {
+      std::uint64_t word;
+      const std::size_t place = std::min(at, size - 8);
+      std::memcpy(&word, from + place, 8);
+      std::memcpy(dst + place, &word, 8);
+    }
+  } while (at < size);
+}
+
+template <class Way>
+std::int32_t rewrite_brief(std::string_view text, char* dst) {
+  char buffer[kBrief * Way::kGrowth + kSlack];
+  char* out = buffer;
+  while (!text.empty()) {
+    const Progress piece = Way::piece(text, out);
+    if (piece.out == nullptr) std::memcpy(out, text.data(), piece.taken);
+    out = piece.out == nullptr ? out + piece.taken : piece.out;
+    text.remove_prefix(piece.taken);
+  }
+  *out = '\0';
+  const auto size = static_cast<std::size_t>(out - buffer);
+  if (dst != nullptr) copy_brief(dst, buffer, size + 1);
+  return static_cast<std::int32_t>(size);
+}
+
 }  // namespace rewrite_detail
+
+// A way to rewrite(): by a rule, in blocks where there is SSE2. piece() rewrites the beginning of a
+// text that is not empty, as much of it as it likes, and may use kSlack bytes of `out` behind the
+// result; `out` null in its answer: what it took does not change, nothing was written.
+template <class Rule>
+struct ByRule {
+  static constexpr std::size_t kGrowth = Rule::kGrowth;
+
+  static Progress piece(std::string_view text, char* out) {
+#if defined(__SSE2__)
+    if (text.size() > kBlockSize) return rewrite_detail::rewrite_piece<Rule>(text, out);
+    if (text.size() >= 16) return rewrite_detail::rewrite_short<Rule>(text, out);
+#endif
+    return rewrite_by_character<Rule>(text, std::min(text.size(), rewrite_detail::kPiece), out);
+  }
+};
 
 // Rewrites the text at `src` to `dst` (which may be null, or lie anywhere, over the text too) and
 // returns the length of the result; -1 when the text is too long or there is no memory for a copy
 // of it, with `dst` as it was.
-template <class Rule>
+template <class Way>
 std::int32_t rewrite(const char* src, char* dst) {
-  Source source(src, Rule::kGrowth);
+  Source source(src, Way::kGrowth);
   const std::string_view text = source.text();
-  if (text.size() > kBlockSize) return rewrite_detail::rewrite_long<Rule>(source, dst);
-  char buffer[kBlockSize * Rule::kGrowth + kSlack];
-#if defined(__SSE2__)
-  const Progress done = text.size() < 16 ? rewrite_by_character<Rule>(text, text.size(), buffer)
-                                         : rewrite_detail::rewrite_short<Rule>(text, buffer);
-#else
-  const Progress done = rewrite_by_character<Rule>(text, text.size(), buffer);
-#endif
-  const bool same = done.out == nullptr;
-  const std::size_t size = same ? text.size() : static_cast<std::size_t>(done.out - buffer);
-  if (dst != nullptr) {
-    const char* const from = same ? text.data() : buffer;
-    if (dst != from) std::memmove(dst, from, size);
-    dst[size] = '\0';
-  }
-  return static_cast<std::int32_t>(size);
+  return text.size() <= rewrite_detail::kBrief ? rewrite_detail::rewrite_brief<Way>(text, dst)
+                                               : rewrite_detail::rewrite_long<Way>(source, dst);
 }
 
 }  // namespace tq::textutil

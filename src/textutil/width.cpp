@@ -2,15 +2,28 @@
 
 #include <array>
 
+#include "textutil/width_avx2.h"
 #include "textutil/width_rules.h"
 
 namespace tq::textutil {
 
-std::int32_t to_half(const char* src, char* dst) { return rewrite<ToHalf>(src, dst); }
+std::int32_t to_half(const char* src, char* dst) {
+#ifdef TQ_HAS_AVX2_CODE
+  if (avx2::usable()) return rewrite<avx2::ToHalf>(src, dst);
+#endif
+  return rewrite<ByRule<ToHalf>>(src, dst);
+}
 
-std::int32_t to_full(const char* src, char* dst) { return rewrite<ToFull>(src, dst); }
+std::int32_t to_full(const char* src, char* dst) {
+#ifdef TQ_HAS_AVX2_CODE
+  if (avx2::usable()) return rewrite<avx2::ToFull>(src, dst);
+#endif
+  return rewrite<ByRule<ToFull>>(src, dst);
+}
 
-std::int32_t without_spaces(const char* src, char* dst) { return rewrite<WithoutSpaces>(src, dst); }
+std::int32_t without_spaces(const char* src, char* dst) {
+  return rewrite<ByRule<WithoutSpaces>>(src, dst);
+}
 
 std::int32_t without_bytes(const char* unwanted, const char* src, char* dst) {
   std::array<bool, 256> drop{};

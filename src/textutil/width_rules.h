@@ -30,7 +30,6 @@ class Leads {
 
 struct ToHalf {
   static constexpr std::size_t kGrowth = 1;
-  static constexpr bool kRuns = false;
 
   static bool changes_pair(unsigned char lead, unsigned char trail) {
     return may_have_half_form(lead, trail);
@@ -53,15 +52,12 @@ struct ToHalf {
 
 struct ToFull {
   static constexpr std::size_t kGrowth = 2;
-  static constexpr bool kRuns = true;
 
   static bool changes_pair(unsigned char, unsigned char) { return false; }
   static bool changes_byte(unsigned char byte) { return kFullForms[kPlain][byte].size == 2; }
   static const Form& form(const char* at) {
     return kFullForms[kMarks[byte_at(at + 1)]][byte_at(at)];
   }
-
-  static const Form& form_before_another(const char* at) { return kFullForms[kPlain][byte_at(at)]; }
 
   // A mark goes with the byte before it, if that byte has a full-width form and is not itself a
   // mark that went with another.
@@ -89,7 +85,6 @@ struct ToFull {
 
 struct WithoutSpaces {
   static constexpr std::size_t kGrowth = 1;
-  static constexpr bool kRuns = false;
 
   static bool changes_pair(unsigned char lead, unsigned char trail) {
     return lead == 0x81 && trail == 0x40;

@@ -99,9 +99,15 @@ struct Function {
   std::string (*reference)(std::string_view text);
 };
 
-const Function kFunctions[] = {{"half", tqStrToHan, reference_half},
-                               {"full", tqStrToZen, reference_full},
-                               {"spaces", tqStrDelSpace, reference_without_spaces}};
+// The ways that the machine has no use for, too.
+using tq::textutil::ByRule;
+using tq::textutil::rewrite;
+const Function kFunctions[] = {
+    {"half", tqStrToHan, reference_half},
+    {"half, by its rule", rewrite<ByRule<tq::textutil::ToHalf>>, reference_half},
+    {"full", tqStrToZen, reference_full},
+    {"full, by its rule", rewrite<ByRule<tq::textutil::ToFull>>, reference_full},
+    {"spaces", tqStrDelSpace, reference_without_spaces}};
 
 // The blocks agree with the loop over characters.
 void expect_agreement(const std::string& text) {
