@@ -18,73 +18,71 @@ void put(void* context, char* out, const char* folder) {
 }  // namespace
 
 BackupHost::BackupHost() {
-  fldcom_.size = sizeof fldcom_;
-  fldcom_.context = this;
-  fldcom_.FldComGetDataFolder = [](void* context, char* out) { put(context, out, "data"); };
-  fldcom_.FldComGetBackupFolder = [](void* context, char* out) { put(context, out, "backup"); };
-  fldcom_.FldComGetCaption = [](void*, char* out) { std::strcpy(out, "caption"); };
-  fldcom_.FldComGetGroupCaption = [](void*, short type, char* out) {
+  own_.fldcom.FldComGetDataFolder = [](void* context, char* out) { put(context, out, "data"); };
+  own_.fldcom.FldComGetBackupFolder = [](void* context, char* out) { put(context, out, "backup"); };
+  own_.fldcom.FldComGetCaption = [](void*, char* out) { std::strcpy(out, "caption"); };
+  own_.fldcom.FldComGetGroupCaption = [](void*, short type, char* out) {
     std::strcpy(out, ("type " + std::to_string(type)).c_str());
   };
-  fldcom_.FldComHasDataSet = [](void* context, short) {
+  own_.fldcom.FldComHasDataSet = [](void* context, short) {
     return self(context).has_mail_store ? short{1} : short{0};
   };
-  fldcom_.FldComClassifyFile = [](void* context, const char*, short* number, char*, char*, short*) {
+  own_.fldcom.FldComClassifyFile = [](void* context, const char*, short* number, char*, char*,
+                                      short*) {
     *number = 99;
     if (self(context).classified < 0) return short{1};
     *number = self(context).classified;
     return short{0};
   };
-  fldcom_.FldComRelatedFiles = [](void* context, short, const char* path, int32_t* count,
-                                  const char* const** paths) {
+  own_.fldcom.FldComRelatedFiles = [](void* context, short, const char* path, int32_t* count,
+                                      const char* const** paths) {
     if (self(context).related_queries_left-- <= 0) return short{1};
     *paths = self(context).give_related(path, count);
     return short{0};
   };
-  fldcom_.FldComRelatedFilesReset = [](void* context, short) { self(context).related_.clear(); };
-  adrconv_.size = sizeof adrconv_;
-  adrconv_.context = this;
-  adrconv_.AdrConvStartTransfer = [](void* context, short mode) {
+  own_.fldcom.FldComRelatedFilesReset = [](void* context, short) {
+    self(context).related_.clear();
+  };
+  own_.adrconv.AdrConvStartTransfer = [](void* context, short mode) {
     self(context).log.push_back("transfer " + std::to_string(mode));
     self(context).transfer();
   };
-  adrconv_.AdrConvIsBusy = [](void* context) {
+  own_.adrconv.AdrConvIsBusy = [](void* context) {
     return self(context).busy-- > 0 ? short{1} : short{0};
   };
-  errbox_.size = sizeof errbox_;
-  errbox_.context = this;
-  errbox_.ErrBoxSetMessage = [](void* context, short category, short number, const char* detail) {
+  own_.errbox.ErrBoxSetMessage = [](void* context, short category, short number,
+                                    const char* detail) {
     self(context).message_ = "message " + std::to_string(category) + "." + std::to_string(number) +
                              " " + self(context).relative(std::string(view(detail)));
   };
-  errbox_.ErrBoxShow = [](void* context) {
+  own_.errbox.ErrBoxShow = [](void* context) {
     self(context).log.push_back(self(context).message_);
     return static_cast<short>(self(context).really_stop ? TQ_ANSWER_YES : TQ_ANSWER_NO);
   };
-  dialog_.size = sizeof dialog_;
-  dialog_.context = this;
-  dialog_.DlgProgressOpen = [](void* context, const char* caption, const char* heading,
-                               short cancel) -> void* {
+  own_.dialog.DlgProgressOpen = [](void* context, const char* caption, const char* heading,
+                                   short cancel) -> void* {
     self(context).log.push_back("open " + std::string(caption) + "/" + heading + "/" +
                                 std::to_string(cancel));
     self(context).files_done_ = 0;
     return context;
   };
-  dialog_.DlgProgressGroup = [](void* context, void*, const char* text) {
+  own_.dialog.DlgProgressGroup = [](void* context, void*, const char* text) {
     self(context).log.push_back("group " + std::string(text));
   };
-  dialog_.DlgProgressFile = [](void* context, void*, const char* text) {
+  own_.dialog.DlgProgressFile = [](void* context, void*, const char* text) {
     if (*text != '\0') ++self(context).files_done_;
     self(context).log.push_back(self(context).relative("file " + std::string(text)));
   };
-  dialog_.DlgProgressPos = [](void* context, void*, short shown) { self(context).percent = shown; };
-  dialog_.DlgProgressCancelled = [](void* context, void*) {
+  own_.dialog.DlgProgressPos = [](void* context, void*, short shown) {
+    self(context).percent = shown;
+  };
+  own_.dialog.DlgProgressCancelled = [](void* context, void*) {
     return self(context).files_done_ == self(context).cancel_after ? short{1} : short{0};
   };
-  dialog_.DlgProgressResume = [](void* context, void*) { self(context).cancel_after = -1; };
-  dialog_.DlgProgressClose = [](void* context, void*) { self(context).log.push_back("close"); };
-  dialog_.DlgMissingFolder = [](void* context, const char*, const char*, const char* folder,
-                                const char* name, char* chosen) {
+  own_.dialog.DlgProgressResume = [](void* context, void*) { self(context).cancel_after = -1; };
+  own_.dialog.DlgProgressClose = [](void* context, void*) { self(context).log.push_back("close"); };
+  own_.dialog.DlgMissingFolder = [](void* context, const char*, const char*, const char* folder,
+                                    const char* name, char* chosen) {
     auto& answers = self(context).folder_answers;
     self(context).log.push_back(self(context).relative("missing " + std::string(folder)) + "|" +
                                 name);
@@ -94,8 +92,7 @@ BackupHost::BackupHost() {
     copy_text(chosen, TQ_PATH_SIZE, other);
     return answer;
   };
-  const tTQ_SIBLINGS all = {sizeof all, &fldcom_, nullptr, &adrconv_, nullptr, &errbox_, &dialog_};
-  set_siblings(&all);
+  own_.install();
 }
 
 const char* const* BackupHost::give_related(const std::string& path, int32_t* count) {

@@ -8,8 +8,8 @@
 #include <utility>
 #include <vector>
 
-#include "siblings/siblings.h"
 #include "support/home.h"
+#include "support/own_siblings.h"
 #include "tqutil/backup.h"
 
 namespace tq::test {
@@ -21,7 +21,6 @@ inline const unsigned char* bytes(const std::string& text) {
 class BackupHost : public TestHome {
  public:
   BackupHost();
-  ~BackupHost() { set_siblings(nullptr); }
 
   // What was shown and asked, in order. `@` stands for the home in what tells of a path.
   std::vector<std::string> log;
@@ -72,10 +71,7 @@ class BackupHost : public TestHome {
   static std::string replaced(std::string text, const std::string& from, const std::string& to);
   const char* const* give_related(const std::string& path, int32_t* count);
 
-  tFLDCOM_API fldcom_{};
-  tADRCONV_API adrconv_{};
-  tERRBOX_API errbox_{};
-  tDIALOG_API dialog_{};
+  OwnSiblings own_{this};
   std::string message_;
   int files_done_ = 0;
   std::vector<std::string> related_;

@@ -112,21 +112,6 @@ TEST(CandidateFile, ReadsAnyContentWithoutHarm) {
   EXPECT_LT(ctd.GetCtdRecCnt(), 10000) << "no more than the file bears out";
 }
 
-TEST(CandidateFile, EveryTruncationReads) {
-  TestHome home;
-  CCtdCtl ctd;
-  RecordTable table = two_records();
-  table.give_to(ctd);
-  ASSERT_EQ(ctd.WriteCtdFile(), 0);
-  const std::string bytes = home.read(kCtdFile);
-  for (std::size_t size = 0; size <= bytes.size(); ++size) {
-    home.write(kCtdFile, bytes.substr(0, size));
-    ASSERT_EQ(ctd.ReadCtdFile(), 0);
-    ASSERT_LE(ctd.GetCtdRecCnt(), 2);
-    for (int32_t i = 0; i < ctd.GetCtdRecCnt(); ++i) EXPECT_NE(title(ctd, i), "failed");
-  }
-}
-
 TEST(RecordTables, WhoOwnsWhat) {
   TestHome home;
   RecordTable table = two_records();
@@ -178,21 +163,18 @@ TEST(MergeFile, BytesAndBack) {
   ctd.SetMargInfo(3, 9);
   ctd.SetMargInfo(-1, 9);
   EXPECT_EQ(ctd.GetMargInfo(3), -1);
-  ASSERT_EQ(ctd.WriteMargFile(), 0);
-  EXPECT_EQ(home.read(kMrgFile), "0\n65535\n1\n0\n65534\n");
-
+  const auto written = [&] {
+    EXPECT_EQ(ctd.WriteMargFile(), 0);
+    return home.read(kMrgFile);
+  };
+  EXPECT_EQ(written(), "0\n65535\n1\n0\n65534\n");
   ctd.SetMargSts(4, 7);
-  ctd.SetMargPer(1);
-  ctd.SetMargPer(2);
-  ctd.SetMargPer(-1);
-  ASSERT_EQ(ctd.WriteMargFile(), 0);
-  EXPECT_EQ(home.read(kMrgFile), "4\n7\n1\n");
+  for (const auto record : {short{1}, short{2}, short{-1}}) ctd.SetMargPer(record);
+  EXPECT_EQ(written(), "4\n7\n1\n");
   ctd.SetMargSts(4, 7);
-  ASSERT_EQ(ctd.WriteMargFile(), 0);
-  EXPECT_EQ(home.read(kMrgFile), "4\n7\n") << "the state takes the marks off";
+  EXPECT_EQ(written(), "4\n7\n") << "the state takes the marks off";
   ctd.SetMargSts(2, 1);
-  ASSERT_EQ(ctd.WriteMargFile(), 0);
-  EXPECT_EQ(home.read(kMrgFile), "2\n1\n");
+  EXPECT_EQ(written(), "2\n1\n");
 
   CCtdCtl other;
   table.give_to(other);

@@ -4,8 +4,8 @@
 
 #include "ctd/record_table.h"
 #include "support/home.h"
+#include "support/own_siblings.h"
 #include "support/test.h"
-#include "tqutil/siblings.h"
 #include "tqutil/syncfld.h"
 
 namespace {
@@ -155,12 +155,10 @@ short TQ_CALL convert(void*, const char* text, short group, short data, short ma
 
 TEST(ShownTexts, AddressFieldsAreConverted) {
   TestHome home;
-  tADRCONV_API adrconv{};
-  adrconv.size = sizeof adrconv;
-  adrconv.AdrConvIsConvField = [](void*, short id) { return short{id == 87 || id == 242}; };
-  adrconv.AdrConvConvert = convert;
-  tTQ_SIBLINGS siblings{sizeof siblings, nullptr, nullptr, &adrconv, nullptr, nullptr, nullptr};
-  ASSERT_EQ(tqSetSiblings(&siblings), 0);
+  tq::test::OwnSiblings own(nullptr);
+  own.adrconv.AdrConvIsConvField = [](void*, short id) { return short{id == 87 || id == 242}; };
+  own.adrconv.AdrConvConvert = convert;
+  own.install();
   RecordTable table({{87, "company"}, {242, "mail"}, {88, "short"}});
   table.add("001001000000001", "", {"a,b", "c,keep,d", "e"});
   CCtdCtl ctd;
@@ -170,7 +168,6 @@ TEST(ShownTexts, AddressFieldsAreConverted) {
   EXPECT_EQ(shown(ctd, 0, 1), "<c:7:-1:99>,keep,<d:7:-1:99>") << "lists item by item";
   EXPECT_EQ(shown(ctd, 0, 2), "e");
   FreeSyflCtl(map);
-  tqSetSiblings(nullptr);
 }
 
 }  // namespace

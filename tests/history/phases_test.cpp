@@ -78,24 +78,24 @@ TEST(Phases, RecordsBecomeLinesOfTheirCategory) {
   EXPECT_EQ(lines_of(history, kCategories[2], kRun), Lines({"1 レコード - master [ d ]"_sjis}));
 }
 
-// A store of the application's that counts what it is asked.
+// A store of the application's that has so many records and tells what it is asked.
 struct Asked {
   std::string calls;
   int records = 0;
 };
 
-void TQ_CALL note(void* context, const char* what, int value) {
+short TQ_CALL note(void* context, const char* what, int value) {
   static_cast<Asked*>(context)->calls += what + std::to_string(value) + " ";
+  return 0;
 }
 
 TEST(Phases, WhatTheStoreIsTold) {
   TestHome home;
   Asked asked;
   tq::test::OwnSiblings own(&asked);
-  tFLDCOM_API& fldcom = own.fldcom;
+  own.fldcom.FldComSetHistoryNo = [](void* context, uint16_t n) { note(context, "no ", n); };
+  own.fldcom.FldComSetHistoryAppId = [](void* context, uint16_t n) { note(context, "app ", n); };
   tHSTYTMP_API& store = own.hstytmp;
-  fldcom.FldComSetHistoryNo = [](void* context, uint16_t n) { note(context, "no ", n); };
-  fldcom.FldComSetHistoryAppId = [](void* context, uint16_t n) { note(context, "app ", n); };
   store.HstyTmpDelete = [](void* context) { note(context, "delete", 0); };
   store.HstyTmpTerm = [](void* context) { note(context, "term", 0); };
   store.HstyTmpExists = [](void* context) {
@@ -108,55 +108,40 @@ TEST(Phases, WhatTheStoreIsTold) {
   };
   store.HstyTmpWrite = [](void*, const tHSTYTMP_REC*) { return short{0}; };
   own.install();
-  {
-    CHistoryCtl history;
-    history.CreateHistory(3);
-    tSYNC_INFO info{};
-    info.appType = 20;
-    info.appType2 = 30;
-    history.AddFileInfo("001001", &info);
-    info.appType = 0;
-    history.AddFileInfo("001002", &info);
-    struct Case {
-      const char* why;
-      short index, records, result;
-      std::string calls;
-    };
-    const Case befor[] = {
-        {"first number", 0, 0, 0, "delete0 no 0 app 20 "},
-        {"second number when the first is 0", 1, 0, 0, "delete0 no 1 app 30 "},
-        {"a file that was never registered", 2, 0, 0, "delete0 no 2 app 0 "},
-        {"past the end", 3, 0, -1, ""},
-        {"the run is no file", -1, 0, -1, ""},
-    };
-    for (const Case& c : befor) {
-      SCOPED_TRACE(c.why);
-      asked = {};
-      EXPECT_EQ(history.HstyBeforWriteXdb(c.index), c.result);
-      EXPECT_EQ(asked.calls, c.calls);
-    }
-    asked = {};
-    history.HstyBeforMst();
-    EXPECT_EQ(asked.calls, "delete0 no 0 app 1000 ");
-    const Case get[] = {
-        {"nothing recorded: nothing read", 2, 0, 0, "term0 "},
-        {"until there is no more", 2, 1, 0, "term0 read 2 read 2 "},
-        {"-1 copies to the run", -1, 1, 0, "term0 read -1 read -1 "},
-        {"the index is not looked at before the line is written", 3, 1, -1, "term0 read 3 "},
-    };
-    for (const Case& c : get) {
-      SCOPED_TRACE(c.why);
-      asked = {"", c.records};
-      EXPECT_EQ(history.HstyGetApp2Xdb(c.index), c.result);
-      EXPECT_EQ(asked.calls, c.calls);
-      EXPECT_EQ(history.LastErrorDetail(), c.result == 0 ? 0 : TQ_HISTORY_DETAIL_COPY);
-    }
-    EXPECT_EQ(history.LastError(), TQ_HISTORY_WRITE);
-    EXPECT_EQ(history.GetInfo4ReadCnt(kRun), 1);
-    asked = {"", 1};
-    EXPECT_EQ(history.HstyGetMst(), 0);
-    EXPECT_EQ(asked.calls, "term0 read 0 read 0 ");
+  CHistoryCtl history;
+  history.CreateHistory(3);
+  tSYNC_INFO info{};
+  info.appType = 20;
+  info.appType2 = 30;
+  history.AddFileInfo("001001", &info);
+  info.appType = 0;
+  history.AddFileInfo("001002", &info);
+  using Call = short (CHistoryCtl::*)(short);
+  const Call befor = &CHistoryCtl::HstyBeforWriteXdb, get = &CHistoryCtl::HstyGetApp2Xdb;
+  const std::tuple<const char*, Call, short, int, short, std::string> cases[] = {
+      {"first number", befor, 0, 0, 0, "delete0 no 0 app 20 "},
+      {"second number when the first is 0", befor, 1, 0, 0, "delete0 no 1 app 30 "},
+      {"a file that was never registered", befor, 2, 0, 0, "delete0 no 2 app 0 "},
+      {"past the end", befor, 3, 0, -1, ""},
+      {"the run is no file", befor, -1, 0, -1, ""},
+      {"nothing recorded: nothing read", get, 2, 0, 0, "term0 "},
+      {"until there is no more", get, 2, 1, 0, "term0 read 2 read 2 "},
+      {"-1 copies to the run", get, -1, 1, 0, "term0 read -1 read -1 "},
+      {"the index is not looked at before the line is written", get, 3, 1, -1, "term0 read 3 "},
+  };
+  for (const auto& [why, call, index, records, result, calls] : cases) {
+    SCOPED_TRACE(why);
+    asked = {"", records};
+    EXPECT_EQ((history.*call)(index), result);
+    EXPECT_EQ(asked.calls, calls);
   }
+  EXPECT_EQ(history.LastErrorDetail(), TQ_HISTORY_DETAIL_COPY);
+  EXPECT_EQ(history.LastError(), TQ_HISTORY_WRITE);
+  EXPECT_EQ(history.GetInfo4ReadCnt(kRun), 1);
+  asked = {"", 1};
+  history.HstyBeforMst();
+  EXPECT_EQ(history.HstyGetMst(), 0);
+  EXPECT_EQ(asked.calls, "delete0 no 0 app 1000 term0 read 0 read 0 ");
 }
 
 TEST(BuiltInStore, KeepsRecordsByNumberInOrder) {

@@ -15,6 +15,8 @@ struct OwnSiblings {
     };
     begin(fldcom);
     begin(recdb);
+    begin(adrconv);
+    begin(errbox);
     begin(hstytmp);
     begin(dialog);
   }
@@ -28,6 +30,8 @@ struct OwnSiblings {
     all.size = sizeof all;
     all.fldcom = &fldcom;
     all.recdb = &recdb;
+    all.adrconv = &adrconv;
+    all.errbox = &errbox;
     all.hstytmp = &hstytmp;
     all.dialog = &dialog;
     EXPECT_EQ(tqSetSiblings(&all), 0);
@@ -35,6 +39,8 @@ struct OwnSiblings {
 
   tFLDCOM_API fldcom{};
   tRECDB_API recdb{};
+  tADRCONV_API adrconv{};
+  tERRBOX_API errbox{};
   tHSTYTMP_API hstytmp{};
   tDIALOG_API dialog{};
 };

@@ -106,39 +106,24 @@ TEST(CommonFieldsOfFiles, DifferencesAreThoseThatCount) {
 
 TEST(Answers, OnlyClearOnesCount) {
   using Kind = Answer::Kind;
-  struct Row {
-    std::string text;
-    Kind kind;
-    std::vector<std::size_t> places = {};
-    bool by_field = false, rest = false;
+  using Places = std::vector<std::size_t>;
+  const std::tuple<std::string, Kind, Places, bool, bool> rows[] = {
+      {"", Kind::kSkip, {}, false, false},           {"a", Kind::kAll, {}, false, false},
+      {" f\r", Kind::kAll, {}, true, false},         {"n*", Kind::kLinked, {}, false, true},
+      {"a *", Kind::kAll, {}, false, true},          {"q", Kind::kQuit, {}, false, false},
+      {"3,1 3", Kind::kThese, {0, 2}, false, false}, {"1 2 f", Kind::kThese, {0, 1}, true, false},
   };
-  const Row rows[] = {
-      {"", Kind::kSkip},
-      {"a", Kind::kAll},
-      {" f\r", Kind::kAll, {}, true},
-      {"n*", Kind::kLinked, {}, false, true},
-      {"a *", Kind::kAll, {}, false, true},
-      {"q", Kind::kQuit},
-      {"3,1 3", Kind::kThese, {0, 2}},
-      {"1 2 f", Kind::kThese, {0, 1}, true},
-      {"4", Kind::kUnclear},
-      {"0", Kind::kUnclear},
-      {"-1", Kind::kUnclear},
-      {"99999999999999999999", Kind::kUnclear},
-      {"1 a", Kind::kUnclear},
-      {"a 1", Kind::kUnclear},
-      {"1*", Kind::kUnclear},
-      {"*", Kind::kUnclear},
-      {"yes", Kind::kUnclear},
-  };
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.text);
-    const Answer answer = parse_answer(row.text, 3);
-    EXPECT_EQ(answer.kind, row.kind);
-    if (row.kind == Kind::kUnclear) continue;
-    EXPECT_EQ(answer.places, row.places);
-    EXPECT_EQ(answer.by_field, row.by_field);
-    EXPECT_EQ(answer.rest, row.rest);
+  for (const auto& [text, kind, places, by_field, rest] : rows) {
+    SCOPED_TRACE(text);
+    const Answer answer = parse_answer(text, 3);
+    EXPECT_EQ(answer.kind, kind);
+    EXPECT_EQ(answer.places, places);
+    EXPECT_EQ(answer.by_field, by_field);
+    EXPECT_EQ(answer.rest, rest);
+  }
+  for (const char* unclear :
+       {"4", "0", "-1", "99999999999999999999", "1 a", "a 1", "1*", "*", "yes"}) {
+    EXPECT_EQ(parse_answer(unclear, 3).kind, Kind::kUnclear) << unclear;
   }
   EXPECT_EQ(parse_place("", 3, 2), 2u);
   EXPECT_EQ(parse_place(" 1 ", 3, 2), 0u);
