@@ -9,8 +9,7 @@
 namespace {
 
 namespace platform = tq::platform;
-using tq::test::BackupHost;
-using tq::test::bytes;
+using namespace tq::test;
 using Rows = std::vector<std::string>;
 
 short restore(const char* id) {

@@ -10,8 +10,7 @@
 namespace {
 
 namespace platform = tq::platform;
-using tq::test::BackupHost;
-using tq::test::bytes;
+using namespace tq::test;
 using Rows = std::vector<std::string>;
 
 Rows lines_of(const std::string& text) {

@@ -8,8 +8,7 @@
 
 namespace {
 
-using tq::test::RecordTable;
-using tq::test::TestHome;
+using namespace tq::test;
 namespace fault = tq::platform::fault;
 
 const char* const kCtdFile = "work\\~CTDINFO.TMP";

@@ -10,8 +10,7 @@
 
 namespace {
 
-using tq::test::RecordTable;
-using tq::test::TestHome;
+using namespace tq::test;
 
 std::string shown(CCtdCtl& ctd, int32_t record, int32_t field) {
   std::string text(TQ_CTD_TEXT_SIZE, 'x');

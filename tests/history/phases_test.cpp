@@ -12,9 +12,7 @@
 
 namespace {
 
-using tq::test::kCategories;
-using tq::test::lines_of;
-using tq::test::TestHome;
+using namespace tq::test;
 namespace fault = tq::platform::fault;
 using Lines = std::vector<std::string>;
 

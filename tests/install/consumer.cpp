@@ -1,5 +1,5 @@
-// A host in C++, over the classes: saves a group, reads it back from its file and deletes it again;
-// looks at the tables that the classes share.
+// A host in C++, over the classes: saves a group, finds it in the listing, reads it back and
+// deletes it again; looks at the tables that the classes share.
 // TQUTIL_HOME names the folder with the library's data.
 #include <tqutil/host.h>
 #include <tqutil/syncfile.h>
@@ -10,32 +10,16 @@
 
 namespace {
 
-bool save(char* path) {
-  CSyncFileCtl group;
-  group.Create();
-  group.SetTitle("consumer");
-  if (group.Write(0) != 0) return false;
-  group.GetSyncGrpPath(path);
-  return true;
-}
-
-bool read_back(const char* path) {
-  CSyncFileCtl group;
-  if (group.Open(path, "R") != 0 || group.Read() != 0) return false;
-  char title[TQ_TITLE_SIZE] = "";
-  group.GetTitle(title);
-  return std::strcmp(title, "consumer") == 0;
-}
-
-bool remove_again() {
-  CSyncFileCtl listing;
-  if (listing.GetSyncGrpInit() != 1) return false;
-  tSYNC_GRP grp{};
-  CSyncFileCtl::SyncGrpAlloc(&grp);
-  short pos = 0;
-  const bool listed = listing.GetSyncGrpNext(&pos, &grp) == 0;
-  CSyncFileCtl::SyncGrpFree(&grp);
-  return listed && listing.DeleteSyncGrp(pos) == 0;
+bool group_comes_back() {
+  CSyncFileCtl saved, read;
+  char path[TQ_PATH_SIZE] = "", title[TQ_TITLE_SIZE] = "";
+  saved.Create();
+  saved.SetTitle("consumer");
+  if (saved.Write(0) != 0 || saved.GetSyncGrpInit() != 1) return false;
+  saved.GetSyncGrpPath(path);
+  if (read.Open(path, "R") != 0 || read.Read() != 0) return false;
+  read.GetTitle(title);
+  return std::strcmp(title, "consumer") == 0 && saved.DeleteSyncGrp(0) == 0;
 }
 
 // The library's own data, through its export table.
@@ -50,15 +34,7 @@ bool keys_are_loaded() {
 }  // namespace
 
 int main() {
-  char path[TQ_PATH_SIZE] = "";
-  if (!save(path) || !read_back(path) || !remove_again()) {
-    std::fprintf(stderr, "consumer.cpp: the group does not come back\n");
-    return 1;
-  }
-  if (!keys_are_loaded()) {
-    std::fprintf(stderr, "consumer.cpp: the keys are not loaded\n");
-    return 1;
-  }
-  std::printf("tqutil %s from C++\n", tqVersion());
-  return 0;
+  const bool group = group_comes_back(), keys = keys_are_loaded();
+  std::printf("tqutil %s from C++: group %d, keys %d\n", tqVersion(), group, keys);
+  return group && keys ? 0 : 1;
 }

@@ -1,13 +1,15 @@
 // Sets an environment variable (UTF-8) for the length of a test and puts the old value back.
 #pragma once
 
-#include <cstdlib>
 #include <filesystem>
-#include <optional>
 #include <string>
+
+#include "platform/platform.h"
 
 #ifdef _WIN32
 #include <windows.h>
+#else
+#include <cstdlib>
 #endif
 
 namespace tq::test {
@@ -15,56 +17,27 @@ namespace tq::test {
 class ScopedVariable {
  public:
   ScopedVariable(const std::string& name, const std::string& value)
-      : name_(native(name)), old_(get(name_)) {
-    set(name_, native(value));
+      : name_(name), old_(platform::environment(name.c_str())) {
+    set(value);
   }
-  ~ScopedVariable() { set(name_, old_); }
+  ~ScopedVariable() { set(old_); }
   ScopedVariable(const ScopedVariable&) = delete;
   ScopedVariable& operator=(const ScopedVariable&) = delete;
 
  private:
-  // Wide on Windows: past the C library, whose own copy the code under test does not look at.
-  using Text = std::filesystem::path::string_type;
-
-  static Text native(const std::string& utf8) {
-    return std::filesystem::path(std::u8string(utf8.begin(), utf8.end())).native();
-  }
-  static std::optional<Text> get(const Text& name);
-  static void set(const Text& name, const std::optional<Text>& value);  // nothing: removes it
-
-  Text name_;
-  std::optional<Text> old_;
-};
-
+  // An empty value removes it. Wide on Windows: past the C library, whose own copy the code under
+  // test does not look at.
+  void set(const std::string& value) const {
 #ifdef _WIN32
-
-inline std::optional<std::wstring> ScopedVariable::get(const Text& name) {
-  Text value(32767, L'\0');  // the longest that Windows keeps
-  const DWORD size = GetEnvironmentVariableW(name.c_str(), value.data(), 32767);
-  if (size == 0 && GetLastError() == ERROR_ENVVAR_NOT_FOUND) return std::nullopt;
-  value.resize(size);
-  return value;
-}
-
-inline void ScopedVariable::set(const Text& name, const std::optional<Text>& value) {
-  SetEnvironmentVariableW(name.c_str(), value ? value->c_str() : nullptr);
-}
-
+    const std::filesystem::path name = std::u8string(name_.begin(), name_.end());
+    const std::filesystem::path wide = std::u8string(value.begin(), value.end());
+    ::SetEnvironmentVariableW(name.c_str(), value.empty() ? nullptr : wide.c_str());
 #else
-
-inline std::optional<std::string> ScopedVariable::get(const Text& name) {
-  const char* value = std::getenv(name.c_str());
-  return value == nullptr ? std::nullopt : std::optional<Text>(value);
-}
-
-inline void ScopedVariable::set(const Text& name, const std::optional<Text>& value) {
-  if (value) {
-    setenv(name.c_str(), value->c_str(), 1);
-  } else {
-    unsetenv(name.c_str());
-  }
-}
-
+    value.empty() ? ::unsetenv(name_.c_str()) : ::setenv(name_.c_str(), value.c_str(), 1);
 #endif
+  }
+
+  std::string name_, old_;
+};
 
 }  // namespace tq::test

@@ -10,8 +10,7 @@
 
 namespace {
 
-using tq::test::Info;
-using tq::test::TestHome;
+using namespace tq::test;
 
 // A saved group: the first text is a master's unless it is empty, the others are partners'.
 void save_group(const char* master, const std::vector<const char*>& partners) {

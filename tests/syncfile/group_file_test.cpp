@@ -10,8 +10,7 @@
 
 namespace {
 
-using tq::test::Info;
-using tq::test::TestHome;
+using namespace tq::test;
 namespace fault = tq::platform::fault;
 
 const std::string kNoFlags = "0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,";

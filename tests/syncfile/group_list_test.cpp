@@ -8,9 +8,7 @@
 
 namespace {
 
-using tq::test::Group;
-using tq::test::Info;
-using tq::test::TestHome;
+using namespace tq::test;
 
 // A saved group; its id.
 std::string save_group(const char* title) {

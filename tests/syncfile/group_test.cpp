@@ -10,9 +10,7 @@
 
 namespace {
 
-using tq::test::expect_answers;
-using tq::test::Info;
-using tq::test::TestHome;
+using namespace tq::test;
 
 struct SyncGroup : testing::Test {
   SyncGroup() { group.Create(); }
