@@ -33,10 +33,9 @@ TEST(Profile, ChangesOneLineAndKeepsTheRest) {
   const std::tuple<const char*, std::string, std::string> cases[] = {
       {"no file content", "", "[main]\r\nkey=new\r\n"},
       {"changed in place", "[main]\nkey=old\nz=1\n", "[main]\nkey=new\nz=1\n"},
-      {"added to its section, before the blank line", ";c\r\n[MAIN]\r\na=1\r\n\r\n[b]\r\nkey=b\r\n",
+      {"before the blank line", ";c\r\n[MAIN]\r\na=1\r\n\r\n[b]\r\nkey=b\r\n",
        ";c\r\n[MAIN]\r\na=1\r\nkey=new\r\n\r\n[b]\r\nkey=b\r\n"},
-      {"section added behind what is there", "[b]\nkey=b\nnonsense\n",
-       "[b]\nkey=b\nnonsense\n[main]\nkey=new\n"},
+      {"section added", "[b]\nkey=b\nnonsense\n", "[b]\nkey=b\nnonsense\n[main]\nkey=new\n"},
   };
   for (const auto& [why, before, after] : cases) {
     SCOPED_TRACE(why);

@@ -80,11 +80,10 @@ TEST(CandidateFile, ReadsAnyContentWithoutHarm) {
   // `first`, `last`: first value of the first and of the last record
   const std::tuple<const char*, std::string, int32_t, short, std::string, std::string> cases[] = {
       {"empty file", "", 0, 0, "failed", "failed"},
-      {"no fields: one line is a name all the same", "t\n0\nname\n1\nx\n2\ny\n", 1, 0, "failed",
-       "failed"},
-      {"a record cut short is there", "t\n1\na\n2\n" + record + "second\n", 2, 1, "value", ""},
-      {"a negative number of fields is none", "t\n-5\nname\n1\nx\n", 1, 0, "failed", "failed"},
-      {"a negative number of records is none", "t\n1\na\n-1\n" + record, 0, 1, "failed", "failed"},
+      {"no fields: a line is a name yet", "t\n0\nname\n1\nx\n2\ny\n", 1, 0, "failed", "failed"},
+      {"a record cut short", "t\n1\na\n2\n" + record + "second\n", 2, 1, "value", ""},
+      {"less than no field", "t\n-5\nname\n1\nx\n", 1, 0, "failed", "failed"},
+      {"less than no record", "t\n1\na\n-1\n" + record, 0, 1, "failed", "failed"},
       {"no number", "t\n1\na\nmany\n" + record, 0, 1, "failed", "failed"},
       {"a small lie is believed", "t\n1\na\n9\n" + record, 9, 1, "value", ""},
       {"CR LF", "t\r\n1\r\na\r\n1\r\nx\r\n0\r\ny\r\nvalue\r\n", 1, 1, "value", "value"},

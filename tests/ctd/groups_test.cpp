@@ -16,6 +16,7 @@ struct World {
   unsigned to_master;  // of 100 additions, those that never merge
   unsigned splits;     // of 100 steps
   unsigned steps;
+  unsigned seeds = 40;
 };
 
 const World kWorlds[] = {
@@ -24,6 +25,7 @@ const World kWorlds[] = {
     {"few ids, long groups", 4, 60, 4, 40, 1, 400},
     {"many groups, most of them shared", 60, 6, 1, 80, 1, 300},
     {"splits with repeated origins", 10, 10, 2, 50, 12, 500},
+    {"long chains of merges", 300, 900, 1, 55, 0, 6000, 1},
 };
 
 class ModelRun {
@@ -174,49 +176,15 @@ class ModelRun {
 
 TEST(CandidateGroups, AgreeWithThePlainOnes) {
   for (const World& world : kWorlds) {
-    for (unsigned seed = 0; seed < 40; ++seed) {
+    for (unsigned seed = 0; seed < world.seeds; ++seed) {
       SCOPED_TRACE(std::string(world.why) + ", seed " + std::to_string(seed));
       ModelRun run(world, seed);
       for (unsigned step = 0; step < world.steps; ++step) {
         run.step();
-        if (step % 4 == 0) run.expect_same();
+        if (step % (world.steps / 75) == 0) run.expect_same();
         if (HasFatalFailure()) return;
       }
     }
-  }
-}
-
-// Joining in every direction, with origins that stand in many groups: what the fast paths are for.
-TEST(CandidateGroups, LongChainsOfMergesEndAsOneGroup) {
-  constexpr unsigned kGroups = 400;
-  const auto master = [](unsigned i) { return tSYNC_ID{1, 1, i, 0}; };
-  const auto origin = [](unsigned i) { return tSYNC_ID{1, 2, i, 0}; };
-  for (const bool backward : {false, true}) {
-    tq::CandidateGroups real;
-    tq::test::LiteralGroups plain;
-    for (unsigned i = 0; i < kGroups; ++i) {
-      for (const unsigned other : {i, i / 2, i / 20 * 20, 0U}) {
-        real.add_to_master(origin(other), static_cast<int>(i), master(i));
-        plain.add_to_master(origin(other), static_cast<int>(i), master(i));
-      }
-      real.add_to_master(origin(10000 + i), 5, master(i));
-      plain.add_to_master(origin(10000 + i), 5, master(i));
-    }
-    for (unsigned i = 1; i < kGroups; ++i) {
-      const unsigned joined = backward ? kGroups - i : i;
-      real.add_pair(origin(10000 + joined), 0, master(joined - 1), nullptr);
-      plain.add_pair(origin(10000 + joined), 0, master(joined - 1), {});
-      const unsigned asked = joined / 2;
-      ASSERT_EQ(real.index_of_origin(origin(asked)), plain.origin_group(origin(asked)));
-    }
-    ASSERT_EQ(real.count(), 1);
-    tSYNC_SCHINFO at{}, other{};
-    tSYNC_ID id{}, expected{};
-    while (plain.next_origin(0, nullptr, other, expected)) {
-      ASSERT_TRUE(real.next_origin(0, at, id));
-      ASSERT_TRUE(tq::same_record(id, expected)) << "backward " << backward << " " << at.idPos;
-    }
-    EXPECT_FALSE(real.next_origin(0, at, id));
   }
 }
 

@@ -37,8 +37,7 @@ TEST(SyncIds, ReadAtFixedPlacesWithoutValidation) {
       {"short texts", "00100", 1, 0, 0},
       {"empty", "", 0, 0, 0},
       {"letters end a number", "0a1x02000012b45", 0, 0, 12},
-      {"blanks and signs as the number routines take them", " 12+34 -5000000", 12, 34,
-       4294967291U - 4999995},
+      {"blanks and signs", " 12+34 -5000000", 12, 34, 4294967291U - 4999995},
       {"negative group wraps to 16 bits", "-01002", 65535, 2, 0},
   };
   for (const auto& [why, text, grp, file, rec] : cases) {

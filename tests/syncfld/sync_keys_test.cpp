@@ -58,8 +58,7 @@ const std::tuple<const char*, std::string, short, short, std::string> kFiles[] =
     {"announced 30000", "H:30000\nA:5:1,1:x\n", 0, 1, "5:1(1)"},
     {"announced -1: no room", "H:-1\nA:5:1\n", 1, -1, "none"},
     {"the count has 16 bits", "H:65537\nA:5:1\n", 0, 1, "5:1()"},
-    {"no number of the application: what was read stays", "H:3\nA:5:1\nB:6\n", 1, 3,
-     "5:1()0:0()0:0()"},
+    {"no application number: the rest stays", "H:3\nA:5:1\nB:6\n", 1, 3, "5:1()0:0()0:0()"},
     {"no type", "H:1\nA\n", 1, 1, "0:0()"},
     {"binary", std::string("\xff\xfe\0\x01\x82:\n\x81", 8), 1, 0, ""},
 };

@@ -11,6 +11,7 @@ namespace tqsync {
 namespace {
 
 using namespace std::string_literals;
+using enum Encoding;
 
 using Cells = std::vector<std::vector<std::string>>;
 
@@ -43,14 +44,13 @@ TEST(Csv, RowsAndCells) {
 TEST(Encodings, AreToldApart) {
   const std::string mark = "\xEF\xBB\xBF";
   const std::tuple<const char*, std::string, Encoding, Encoding, std::string> rows[] = {
-      {"ASCII is both", "name", Encoding::kDetect, Encoding::kUtf8, "name"},
-      {"UTF-8 without mark", "氏名,﨑", Encoding::kDetect, Encoding::kUtf8, "氏名,﨑"},
-      {"the mark goes", mark + "氏名", Encoding::kDetect, Encoding::kUtf8, "氏名"},
-      {"the mark goes when UTF-8 is asked for", mark + "x", Encoding::kUtf8, Encoding::kUtf8, "x"},
-      {"vendor characters", "髙﨑①ｱ"_sjis, Encoding::kDetect, Encoding::kShiftJis, "髙﨑①ｱ"},
-      {"it could be UTF-8: the flag decides", "ﾃｱ"_sjis, Encoding::kShiftJis, Encoding::kShiftJis,
-       "ﾃｱ"},
-      {"the same, undecided", "ﾃｱ"_sjis, Encoding::kDetect, Encoding::kUtf8, "\u00F1"},
+      {"ASCII is both", "name", kDetect, kUtf8, "name"},
+      {"UTF-8 without mark", "氏名,﨑", kDetect, kUtf8, "氏名,﨑"},
+      {"the mark goes", mark + "氏名", kDetect, kUtf8, "氏名"},
+      {"it goes when UTF-8 is asked for", mark + "x", kUtf8, kUtf8, "x"},
+      {"vendor characters", "髙﨑①ｱ"_sjis, kDetect, kShiftJis, "髙﨑①ｱ"},
+      {"it could be UTF-8: the flag decides", "ﾃｱ"_sjis, kShiftJis, kShiftJis, "ﾃｱ"},
+      {"the same, undecided", "ﾃｱ"_sjis, kDetect, kUtf8, "\u00F1"},
   };
   for (const auto& [why, bytes, asked, found, utf8] : rows) {
     SCOPED_TRACE(why);
@@ -58,8 +58,8 @@ TEST(Encodings, AreToldApart) {
     EXPECT_EQ(text.encoding, found);
     EXPECT_EQ(text.utf8, utf8);
   }
-  EXPECT_EQ(encoding_from_name("Shift_JIS"), Encoding::kShiftJis);
-  EXPECT_EQ(encoding_from_name("UTF-8"), Encoding::kUtf8);
+  EXPECT_EQ(encoding_from_name("Shift_JIS"), kShiftJis);
+  EXPECT_EQ(encoding_from_name("UTF-8"), kUtf8);
   EXPECT_EQ(encoding_from_name("euc-jp"), std::nullopt);
 }
 
@@ -67,19 +67,16 @@ TEST(AddressFiles, FaultsNameFileLineAndCure) {
   // `place`: how the message begins
   // `says`: what it holds
   const std::tuple<const char*, std::string, Encoding, std::string, std::string> rows[] = {
-      {"no byte", "", Encoding::kDetect, "x.csv: ", "is empty"},
-      {"only line ends", "\r\n\n", Encoding::kDetect, "x.csv: ", "must hold the headings"},
-      {"UTF-16", "\xFF\xFEn\0a\0"s, Encoding::kDetect, "x.csv: ", "UTF-16"},
-      {"a zero byte", "a\nb\0"s, Encoding::kDetect, "x.csv, line 2: ", "Export"},
-      {"bytes of neither encoding", "a\n\"b\r\nc\"\r\x80\xFF\x81", Encoding::kDetect,
+      {"no byte", "", kDetect, "x.csv: ", "is empty"},
+      {"only line ends", "\r\n\n", kDetect, "x.csv: ", "must hold the headings"},
+      {"UTF-16", "\xFF\xFEn\0a\0"s, kDetect, "x.csv: ", "UTF-16"},
+      {"a zero byte", "a\nb\0"s, kDetect, "x.csv, line 2: ", "Export"},
+      {"bytes of neither encoding", "a\n\"b\r\nc\"\r\x80\xFF\x81", kDetect,
        "x.csv, line 4: ", "no Shift-JIS"},
-      {"Shift-JIS taken for UTF-8", "a\n"s + "表"_sjis, Encoding::kUtf8,
-       "x.csv, line 2: ", "--encoding"},
-      {"a quote that stays open", "a\n\"b\nc\nd", Encoding::kDetect,
-       "x.csv, line 2: ", "never closed"},
-      {"text behind a quote", "a\n\"b\nc\" d\n", Encoding::kDetect,
-       "x.csv, line 3: ", "closing quote"},
-      {"more cells than headings", "a,b\n1,2\n1,2,3\n", Encoding::kDetect,
+      {"Shift-JIS taken for UTF-8", "a\n"s + "表"_sjis, kUtf8, "x.csv, line 2: ", "--encoding"},
+      {"a quote that stays open", "a\n\"b\nc\nd", kDetect, "x.csv, line 2: ", "never closed"},
+      {"text behind a quote", "a\n\"b\nc\" d\n", kDetect, "x.csv, line 3: ", "closing quote"},
+      {"more cells than headings", "a,b\n1,2\n1,2,3\n", kDetect,
        "x.csv, line 3: ", "3 cells under 2 headings"},
   };
   for (const auto& [why, bytes, encoding, place, says] : rows) {
@@ -96,8 +93,7 @@ TEST(AddressFiles, FaultsNameFileLineAndCure) {
 }
 
 TEST(AddressFiles, RowsAreMadeAsLongAsTheHeadings) {
-  const AddressFile file =
-      parse_address_file("x.csv", "a,b,c\n1\n,,\n1,2,3,,\n", Encoding::kDetect);
+  const AddressFile file = parse_address_file("x.csv", "a,b,c\n1\n,,\n1,2,3,,\n", kDetect);
   ASSERT_EQ(file.rows.size(), 2u) << "a row of nothing but commas is none";
   EXPECT_EQ(file.rows[0].cells, (std::vector<std::string>{"1", "", ""}));
   EXPECT_EQ(file.rows[1].cells, (std::vector<std::string>{"1", "2", "3"}));

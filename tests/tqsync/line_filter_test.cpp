@@ -12,6 +12,7 @@ namespace tqsync {
 namespace {
 
 using namespace std::string_literals;
+using enum LineFilter::Scope;
 using Scope = LineFilter::Scope;
 
 std::string call(std::int32_t (*function)(const char*, char*), const std::string& sjis) {
@@ -51,25 +52,24 @@ TEST(LineFilter, KeepsLineEndsAndReportsBrokenLines) {
   const std::tuple<const char*, LineFilter::Convert, Scope, bool, std::string, std::string,
                    std::string>
       rows[] = {
-          {"both line ends, and none", half, Scope::kManyLines, false, "Ａ\r\nＢ\nＣ", "A\r\nB\nC",
+          {"both line ends, and none", half, kManyLines, false, "Ａ\r\nＢ\nＣ", "A\r\nB\nC", ""},
+          {"the end of a line ends a number", address, kLine, false, "三\n東\r\n四", "３\n東\r\n４",
            ""},
-          {"the end of a line ends a number", address, Scope::kLine, false, "三\n東\r\n四",
-           "３\n東\r\n４", ""},
-          {"empty lines", half, Scope::kLine, false, "\n\r\n\n", "\n\r\n\n", ""},
-          {"nothing at all", half, Scope::kManyLines, false, "", "", ""},
-          {"zero bytes stay", half, Scope::kManyLines, false, "Ａ\0Ｂ\0\n"s, "A\0B\0\n"s, ""},
-          {"a byte order mark stays", half, Scope::kLine, false, "\xEF\xBB\xBFＡ\n",
+          {"empty lines", half, kLine, false, "\n\r\n\n", "\n\r\n\n", ""},
+          {"nothing at all", half, kManyLines, false, "", "", ""},
+          {"zero bytes stay", half, kManyLines, false, "Ａ\0Ｂ\0\n"s, "A\0B\0\n"s, ""},
+          {"a byte order mark stays", half, kLine, false, "\xEF\xBB\xBFＡ\n",
            "\xEF\xBB\xBF"
            "A\n",
            ""},
-          {"one line has no Shift-JIS", half, Scope::kManyLines, false, "Ａ\nＢ😀\r\nＣ\n",
-           "A\nＢ😀\r\nC\n", "line 2: Shift-JIS does not have the character \"😀\""},
-          {"one line is no UTF-8", half, Scope::kLine, false, "Ａ\nＢ\xFF\nＣ", "A\nＢ\xFF\nC",
+          {"a line without Shift-JIS", half, kManyLines, false, "Ａ\nＢ😀\r\nＣ\n", "A\nＢ😀\r\nC\n",
+           "line 2: Shift-JIS does not have the character \"😀\""},
+          {"one line is no UTF-8", half, kLine, false, "Ａ\nＢ\xFF\nＣ", "A\nＢ\xFF\nC",
            "line 2: "},
-          {"a byte taken out of a character", without_hyphens, Scope::kManyLines, false,
-           "a-b\n表-\n", "ab\n表-\n", "line 2: "},
-          {"Shift-JIS of any kind passes through", half, Scope::kManyLines, true,
-           "\x82\x60\x0A\x82\x0A\xFF\x82\x61",
+          {"a byte taken out of a character", without_hyphens, kManyLines, false, "a-b\n表-\n",
+           "ab\n表-\n", "line 2: "},
+          {"Shift-JIS of any kind passes through", half, kManyLines, true,
+           "\x82\x60\n\x82\n\xFF\x82\x61",
            "A\x0A\x82\x0A\xFF"
            "B",
            ""},

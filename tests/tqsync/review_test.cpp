@@ -57,24 +57,22 @@ TEST(CommonFieldsOfFiles, ValuesOfOneKindStandInOneField) {
   // `of_master`, `partner`: headings and one record each
   // `fields`, `partner_values`: of the partner's record
   const std::tuple<const char*, std::string, std::string, std::string, std::string> rows[] = {
-      {"a name in parts joins, headings of one meaning meet", master,
+      {"parts join, headings of one meaning meet", master,
        "姓,名,Notes,Company\n山田,太郎,memo,社\n", same, "山田 太郎||||社|memo|"},
-      {"the whole name wins over its parts", master, "姓,名,表示名\n山,太,山田さん\n", same,
-       "山田さん||||||"},
-      {"a whole name comes apart where the master has parts", "姓,名\n山田,太郎\n",
-       "名前\n山田　太郎\n", "姓|名|", "山田|太郎|"},
+      {"a whole name wins", master, "姓,名,表示名\n山,太,山田さん\n", same, "山田さん||||||"},
+      {"a whole name comes apart", "姓,名\n山田,太郎\n", "名前\n山田　太郎\n", "姓|名|",
+       "山田|太郎|"},
       {"telephones by number and kind", master, "氏名,電話1,電話2\n,09001234567,0301234567\n", same,
        "|0301234567|09001234567||||"},
       {"another fixed number finds no room", master, "氏名,電話1,電話2\n,0301234567,0609876543\n",
        same + "電話2|", "|0301234567|||||0609876543|"},
       {"the same number twice is one", master, "氏名,電話1,電話2\n,0301234567,03-0123-4567\n", same,
        "|0301234567|||||"},
-      {"a second mail address", master, "氏名,mail1,mail2\n,x@y.jp,A@B.JP\n", same + "mail1|",
+      {"more mail", master, "氏名,mail1,mail2\n,x@y.jp,A@B.JP\n", same + "mail1|",
        "|||A@B.JP|||x@y.jp|"},
-      {"columns that only the partner has", master, "氏名,趣味\nx,釣り\n", same + "趣味|",
-       "x||||||釣り|"},
-      {"fields keep different names", "氏名,趣味\nx,\n", "氏名,趣味,趣味\nx,a,b\n",
-       "氏名|趣味|趣味 (2)|", "x|a|b|"},
+      {"the partner's own", master, "氏名,趣味\nx,釣り\n", same + "趣味|", "x||||||釣り|"},
+      {"no name twice", "氏名,趣味\nx,\n", "氏名,趣味,趣味\nx,a,b\n", "氏名|趣味|趣味 (2)|",
+       "x|a|b|"},
       {"nothing of the master's kind", "電話\n1\n", "名前,せい\nx,y\n", "電話|名前|せい|", "|x|y|"},
   };
   const RecordRef records[] = {{0, 0}, {1, 0}};
