@@ -1,4 +1,4 @@
-// One group in memory, through the class and through handles.
+// One group in memory, through handles.
 #include <cstring>
 #include <random>
 
@@ -13,56 +13,56 @@ namespace {
 using namespace tq::test;
 
 struct SyncGroup : testing::Test {
-  SyncGroup() { group.Create(); }
+  ~SyncGroup() override { CloseSyncFile(group); }
   void add(int place, const std::string& text) {
     Info info;
     std::strcpy(info.memberText, text.c_str());
-    ASSERT_EQ(group.AddSyncFileInfo(static_cast<short>(place), &info), 0);
+    ASSERT_EQ(AddSyncFileInfo(static_cast<short>(place), &info, group), 0);
   }
   std::vector<std::string> texts() {
     std::vector<std::string> all;
     Info info;
-    for (short i = 0; group.GetSyncFileInfo(i, &info) == 0; ++i) all.emplace_back(info.memberText);
+    for (short i = 0; GetSyncFileInfo(i, &info, group) == 0; ++i) all.emplace_back(info.memberText);
     return all;
   }
 
   TestHome home;
-  CSyncFileCtl group;
+  const int32_t group = CreateSyncFile();
 };
 
 TEST_F(SyncGroup, HeaderFields) {
   char buffer[TQ_TITLE_SIZE] = "previous";
-  group.SetTitle("title");
-  group.SetTitle(nullptr);
-  EXPECT_EQ(group.GetTitle(buffer), 8) << "the length of what the buffer held before";
+  SetSyncTitle("title", group);
+  SetSyncTitle(nullptr, group);
+  EXPECT_EQ(GetSyncTitle(buffer, group), 8) << "the length of what the buffer held before";
   EXPECT_STREQ(buffer, "title");
-  EXPECT_EQ(group.GetTitle(buffer), 5);
-  EXPECT_EQ(group.GetTitle(nullptr), 0);
+  EXPECT_EQ(GetSyncTitle(buffer, group), 5);
+  EXPECT_EQ(GetSyncTitle(nullptr, group), 0);
   std::memset(buffer, '#', sizeof buffer);
-  EXPECT_EQ(group.GetMemo(buffer), 130) << "no terminator in the buffer: its whole size";
+  EXPECT_EQ(GetSyncMemo(buffer, group), 130) << "no terminator in the buffer: its whole size";
   EXPECT_STREQ(buffer, "");
-  group.SetMemo((std::string(128, 'x') + "\x88\x9F").c_str());
-  group.GetMemo(buffer);
+  SetSyncMemo((std::string(128, 'x') + "\x88\x9F").c_str(), group);
+  GetSyncMemo(buffer, group);
   EXPECT_EQ(std::string(buffer), std::string(128, 'x')) << "no half character at the end";
-  EXPECT_EQ(group.SetSyncFlg(20, 1), 1);
-  EXPECT_EQ(group.SetSyncFlg(-1, 1), 1);
-  EXPECT_EQ(group.GetSyncFlg(20), -1);
-  EXPECT_EQ(group.SetSyncFlg(0, -5), 0);
-  EXPECT_EQ(group.GetSyncFlg(0), -5);
+  EXPECT_EQ(SetSyncFlg(20, 1, group), 1);
+  EXPECT_EQ(SetSyncFlg(-1, 1, group), 1);
+  EXPECT_EQ(GetSyncFlg(20, group), -1);
+  EXPECT_EQ(SetSyncFlg(0, -5, group), 0);
+  EXPECT_EQ(GetSyncFlg(0, group), -5);
 }
 
 TEST_F(SyncGroup, IdsAreGivenOutInTheOrderOfAdding) {
   for (const int place : {-1, 0, 1, 0}) add(place, std::to_string(place));
   char id[TQ_FILE_ID_SIZE];
-  EXPECT_EQ(group.GetSyncFileID(0, id), 0);
+  EXPECT_EQ(GetSyncFileID(0, id, group), 0);
   EXPECT_STREQ(id, "000003");
-  EXPECT_EQ(group.GetSyncFilePos("000003"), 0);
-  EXPECT_EQ(group.AddSyncFileInfo(-1, nullptr), 0) << "an empty member";
-  EXPECT_EQ(group.GetSyncFileID(4, id), 0);
+  EXPECT_EQ(GetSyncFilePos("000003", group), 0);
+  EXPECT_EQ(AddSyncFileInfo(-1, nullptr, group), 0) << "an empty member";
+  EXPECT_EQ(GetSyncFileID(4, id, group), 0);
   EXPECT_STREQ(id, "");
-  EXPECT_EQ(group.DeleteSyncFileInfo(0), 0);
+  EXPECT_EQ(DeleteSyncFileInfo(0, group), 0);
   add(-1, "f");
-  EXPECT_EQ(group.GetSyncFilePos("000003"), 4) << "the lowest free id is given out again";
+  EXPECT_EQ(GetSyncFilePos("000003", group), 4) << "the lowest free id is given out again";
 }
 
 // Below the last place a member goes before the one that is there, else to the end.
@@ -78,11 +78,11 @@ TEST_F(SyncGroup, AgreesWithAVectorOverRandomSteps) {
       model.insert(model.begin() + (there && place < count - 1 ? place : count),
                    std::to_string(step));
     } else {
-      ASSERT_EQ(group.DeleteSyncFileInfo(static_cast<short>(place)), there ? 0 : 1);
+      ASSERT_EQ(DeleteSyncFileInfo(static_cast<short>(place), group), there ? 0 : 1);
       if (there) model.erase(model.begin() + place);
     }
     ASSERT_EQ(texts(), model);
-    ASSERT_EQ(static_cast<std::size_t>(group.GetSyncFileCnt()), model.size());
+    ASSERT_EQ(static_cast<std::size_t>(GetSyncFileCnt(group)), model.size());
   }
 }
 
@@ -92,29 +92,29 @@ TEST_F(SyncGroup, MemberFieldsAndTheirLimits) {
   info.appType = 1000;
   info.trFlg[7] = 3;
   info.sts[2] = 9;
-  EXPECT_EQ(group.SetSyncFileInfo(1, &info), 1);
-  EXPECT_EQ(group.SetSyncFileInfo(0, nullptr), 0);
-  EXPECT_EQ(group.SetSyncFileInfo(0, &info), 0);
-  EXPECT_EQ(group.GetSyncTrFlg(0, 7), 3);
-  EXPECT_EQ(group.GetSyncFileSts(0, 2), 0) << "status words are not taken from a record";
-  EXPECT_EQ(group.SetSyncFileSts(0, 2, -2), 0);
-  EXPECT_EQ(group.GetSyncFileInfo(0, &info), 0);
+  EXPECT_EQ(SetSyncFileInfo(1, &info, group), 1);
+  EXPECT_EQ(SetSyncFileInfo(0, nullptr, group), 0);
+  EXPECT_EQ(SetSyncFileInfo(0, &info, group), 0);
+  EXPECT_EQ(GetSyncTrFlg(0, 7, group), 3);
+  EXPECT_EQ(GetSyncFileSts(0, 2, group), 0) << "status words are not taken from a record";
+  EXPECT_EQ(SetSyncFileSts(0, 2, -2, group), 0);
+  EXPECT_EQ(GetSyncFileInfo(0, &info, group), 0);
   EXPECT_EQ(info.sts[2], -2) << "but given out";
-  EXPECT_EQ(group.GetSyncFileSts2("000000", 2), -2);
-  EXPECT_EQ(group.GetSyncFileSts2("none", 2), -1);
-  EXPECT_EQ(group.GetSyncFileSts2(nullptr, 2), -1);
+  EXPECT_EQ(GetSyncFileSts2("000000", 2, group), -2);
+  EXPECT_EQ(GetSyncFileSts2("none", 2, group), -1);
+  EXPECT_EQ(GetSyncFileSts2(nullptr, 2, group), -1);
   for (const short n : {short{-1}, short{20}, short{30000}}) {
-    EXPECT_EQ(group.SetSyncTrFlg(0, n, 1), 1);
-    EXPECT_EQ(group.GetSyncTrFlg(0, n), -1);
-    EXPECT_EQ(group.SetSyncFileSts(0, n, 1), 1);
-    EXPECT_EQ(group.GetSyncFileSts(0, n), -1);
+    EXPECT_EQ(SetSyncTrFlg(0, n, 1, group), 1);
+    EXPECT_EQ(GetSyncTrFlg(0, n, group), -1);
+    EXPECT_EQ(SetSyncFileSts(0, n, 1, group), 1);
+    EXPECT_EQ(GetSyncFileSts(0, n, group), -1);
   }
   char text[TQ_PATH_SIZE] = "value";
-  EXPECT_EQ(group.SetSyncFileSrchFile(0, text), -1) << "always -1, success included";
-  EXPECT_EQ(group.GetSyncFileSrchFile(0, text), -1);
+  EXPECT_EQ(SetSyncFileSrchFile(0, text, group), -1) << "always -1, success included";
+  EXPECT_EQ(GetSyncFileSrchFile(0, text, group), -1);
   EXPECT_STREQ(text, "value");
-  EXPECT_EQ(group.SetSyncFileFldFile(5, text), -1);
-  EXPECT_EQ(group.SetSyncFileFldFile(0, nullptr), -1);
+  EXPECT_EQ(SetSyncFileFldFile(5, text, group), -1);
+  EXPECT_EQ(SetSyncFileFldFile(0, nullptr, group), -1);
 }
 
 TEST_F(SyncGroup, DeletingAMemberDeletesItsTemporaryFiles) {
@@ -126,8 +126,8 @@ TEST_F(SyncGroup, DeletingAMemberDeletesItsTemporaryFiles) {
   Info info;
   std::strcpy(info.tmpFileO, home.at("work\\ab*.tmp").c_str());
   std::strcpy(info.tmpFileN, home.at("work\\new.tmp").c_str());
-  group.SetSyncFileInfo(0, &info);
-  EXPECT_EQ(group.DeleteSyncFileInfo(0), 0);
+  SetSyncFileInfo(0, &info, group);
+  EXPECT_EQ(DeleteSyncFileInfo(0, group), 0);
   EXPECT_EQ(home.contents().size(), 5U) << "folders, and keep.tmp";
   EXPECT_TRUE(home.exists("work\\ab3.tmp")) << "folders stay";
   EXPECT_TRUE(home.exists("work\\keep.tmp"));
@@ -137,28 +137,28 @@ TEST_F(SyncGroup, FieldFileCopiesAndPrivateNames) {
   home.write("source.fld", "fields");
   add(-1, "a");
   add(-1, "b");
-  ASSERT_EQ(group.Write(0), 0);
-  EXPECT_EQ(group.AddSyncFileFldFile(9, "x"), 1);
-  EXPECT_EQ(group.AddSyncFileFldFile(0, home.at("source.fld").c_str()), 0);
-  EXPECT_EQ(group.AddSyncFileFldFile(1, home.at("missing.fld").c_str()), 0);
+  ASSERT_EQ(WriteSyncFile(0, group), 0);
+  EXPECT_EQ(AddSyncFileFldFile(9, "x", group), 1);
+  EXPECT_EQ(AddSyncFileFldFile(0, home.at("source.fld").c_str(), group), 0);
+  EXPECT_EQ(AddSyncFileFldFile(1, home.at("missing.fld").c_str(), group), 0);
   char name[TQ_PATH_SIZE] = "";
-  group.GetSyncFileFldFile(0, name);
+  GetSyncFileFldFile(0, name, group);
   const std::string prefix = home.at("member\\000\\");
   ASSERT_EQ(std::string(name).substr(0, prefix.size() + 3), prefix + "fld");
   EXPECT_EQ(home.read(std::string(name).substr(home.path().size() + 1)), "fields");
-  group.GetSyncFileFldFile(1, name);
+  GetSyncFileFldFile(1, name, group);
   EXPECT_STREQ(name, "") << "a copy that fails changes nothing";
   EXPECT_EQ(std::distance(std::filesystem::directory_iterator(home.native("member\\000")), {}), 1)
       << "and leaves nothing behind";
 
   char first[TQ_PATH_SIZE], again[TQ_PATH_SIZE], other[TQ_PATH_SIZE];
-  EXPECT_EQ(group.GetSyncCsvHeadPath(0, first), 0);
-  EXPECT_EQ(group.GetSyncCsvHeadPath(1, other), 0);
+  EXPECT_EQ(GetSyncCsvHeadPath(0, first, group), 0);
+  EXPECT_EQ(GetSyncCsvHeadPath(1, other, group), 0);
   EXPECT_STRNE(first, other);
-  EXPECT_EQ(group.DeleteSyncFileInfo(0), 0);
-  EXPECT_EQ(group.GetSyncCsvHeadPath(0, again), 0);
+  EXPECT_EQ(DeleteSyncFileInfo(0, group), 0);
+  EXPECT_EQ(GetSyncCsvHeadPath(0, again, group), 0);
   EXPECT_STREQ(again, other) << "the name goes with its member";
-  EXPECT_EQ(group.GetSyncCsvHeadPath(1, again), -1);
+  EXPECT_EQ(GetSyncCsvHeadPath(1, again, group), -1);
 }
 
 TEST(SyncHandles, SlotsAndDeadHandles) {
@@ -191,34 +191,26 @@ TEST(SyncHandles, SlotsAndDeadHandles) {
   }
 }
 
-TEST(SyncHandles, FlatFunctionsReachTheirMembers) {
-  TestHome home;
-  const int32_t handle = CreateSyncFile();
+TEST_F(SyncGroup, IsReadAndListedThroughHandles) {
   char text[TQ_PATH_SIZE] = "";
-  EXPECT_EQ(SetSyncType(5, handle), 0);
-  EXPECT_EQ(SetSyncTitle("title", handle), 0);
-  EXPECT_EQ(SetSyncMemo("memo", handle), 0);
-  EXPECT_EQ(AddSyncFileInfo(-1, nullptr, handle), 0);
-  EXPECT_EQ(SetSyncTrFlg(0, 1, 4, handle), 0);
-  EXPECT_EQ(SetSyncFileTmpFileO(0, text, handle), -1);
-  EXPECT_EQ(WriteSyncFile(0, handle), 0);
-  EXPECT_EQ(GetSyncFilePath(text, handle), 0);
+  EXPECT_EQ(SetSyncType(5, group), 0);
+  add(-1, "m");
+  EXPECT_EQ(SetSyncFileTmpFileO(0, text, group), -1);
+  EXPECT_EQ(WriteSyncFile(0, group), 0);
+  EXPECT_EQ(GetSyncFilePath(text, group), 0);
   EXPECT_EQ(text, home.at("member\\000"));
-  EXPECT_EQ(GetSyncGrpPath(text, handle), 0);
-  EXPECT_EQ(CloseSyncFile(handle), 0);
+  EXPECT_EQ(GetSyncGrpPath(text, group), 0);
 
   const int32_t reading = OpenSyncFile(text, "rb");
   EXPECT_EQ(ReadSyncFile(reading), 1);
   EXPECT_EQ(GetSyncType(reading), 5);
-  EXPECT_EQ(GetSyncTrFlg(0, 1, reading), 4);
   EXPECT_EQ(WriteSyncFile(0, reading), 1) << "read-only";
   EXPECT_EQ(CloseSyncFile(reading), 0);
 
   short count = -1, pos = -1;
   const int32_t listing = GetSyncGrpInit(&count);
-  tq::test::Group grp;
+  Group grp;
   EXPECT_EQ(GetSyncGrpNext(&pos, &grp, listing), 0);
-  EXPECT_STREQ(grp.title, "title");
   EXPECT_EQ(grp.fileCnt, 1);
   EXPECT_EQ(DeleteSyncGrpInfo(pos, listing), 0);
   EXPECT_EQ(GetSyncGrpInfo(pos, &grp, listing), 1);
