@@ -2,7 +2,7 @@
 // whole-file replacement that every writer of settings and tables uses.
 #include "common/path.h"
 
-#include "platform/fault.h"
+#include "support/faults.h"
 #include "support/test.h"
 #include "support/test_folder.h"
 
@@ -89,28 +89,18 @@ TEST(CountUniqueName, TakesTheFirstFreeNumber) {
 }
 
 TEST(ReplaceContent, EveryFailureLeavesTheOldFileOrTheNew) {
-  for (const auto kind : {fault::Kind::kFail, fault::Kind::kDiskFull, fault::Kind::kCrash}) {
-    for (int nth = 1;; ++nth) {
-      SCOPED_TRACE(nth);
-      tq::test::TestFolder folder;
-      folder.write("target", "old");
-      const int open_before = fault::open_handles();
-      fault::FailNth failing(nth, kind);
-      const bool ok = tq::replace_content(folder.at("target"), std::string(5000, 'n')).ok();
-      const bool hit = failing.hit();
-      EXPECT_EQ(fault::open_handles(), open_before);
-      fault::disarm();
-      EXPECT_EQ(folder.read("target"), ok ? std::string(5000, 'n') : "old");
-      // Only a killed process may leave its temporary file behind.
-      if (kind != fault::Kind::kCrash) {
-        EXPECT_EQ(folder.contents().size(), 1U);
-      }
-      if (!hit) {
-        EXPECT_TRUE(ok);
-        break;
-      }
-    }
-  }
+  using Kind = fault::Kind;
+  tq::test::each_fault({Kind::kFail, Kind::kDiskFull, Kind::kCrash}, [](int nth, Kind kind) {
+    tq::test::TestFolder folder;
+    folder.write("target", "old");
+    const fault::FailNth failing(nth, kind);
+    const bool ok = tq::replace_content(folder.at("target"), std::string(5000, 'n')).ok();
+    EXPECT_EQ(folder.read("target"), ok ? std::string(5000, 'n') : "old");
+    // Only a killed process may leave its temporary file behind.
+    EXPECT_TRUE(kind == Kind::kCrash || folder.contents().size() == 1);
+    EXPECT_TRUE(ok || failing.hit());
+    return failing.hit();
+  });
 }
 
 }  // namespace

@@ -1,7 +1,7 @@
 // The two work files: their bytes, what readers make of anything, what a failing disk leaves, and
 // what a choice does to the groups.
 #include "ctd/record_table.h"
-#include "platform/fault.h"
+#include "support/faults.h"
 #include "support/home.h"
 #include "support/test.h"
 #include "tqutil/ctd.h"
@@ -233,33 +233,28 @@ TEST(MergeFile, RecordsThatWereNotChosenLeaveTheGroup) {
 
 // Both files written and read with one operation failing: old content or new, codes as told.
 TEST(WorkFiles, EveryFailureLeavesTheOldFileOrTheNew) {
-  bool hit = true;
-  for (int nth = 1; hit; ++nth) {
-    SCOPED_TRACE(nth);
+  each_fault({fault::Kind::kFail}, [](int nth, fault::Kind) {
     TestHome home;
     RecordTable table = two_records();
     CCtdCtl ctd;
     table.give_to(ctd);
-    ASSERT_EQ(ctd.WriteCtdFile(), 0);
+    EXPECT_EQ(ctd.WriteCtdFile(), 0);
     home.write(kMrgFile, "2\n9\n");
     const std::string old = home.read(kCtdFile);
     ctd.SetCtdTitle("new");
     ctd.SetMargSts(5, 6);
-    const int handles = fault::open_handles();
     const fault::FailNth failing(nth);
     const short wrote = ctd.WriteCtdFile();
     EXPECT_EQ(home.read(kCtdFile), (wrote == 0 ? "new" : "") + old);
     const short wrote_choice = ctd.WriteMargFile();
     EXPECT_EQ(home.read(kMrgFile), wrote_choice == 0 ? "5\n6\n" : "2\n9\n");
-    const short read = ctd.ReadCtdFile();
-    const short read_choice = ctd.ReadMargFile();
-    hit = failing.hit();
+    const short read = ctd.ReadCtdFile(), read_choice = ctd.ReadMargFile();
     const int failures = (wrote != 0) + (wrote_choice != 0) + (read != 0) + (read_choice != 0);
-    EXPECT_EQ(failures, hit ? 1 : 0);
+    EXPECT_EQ(failures, failing.hit() ? 1 : 0);
     EXPECT_TRUE(ctd.GetCtdRecCnt() == 2 || read == 2) << "without memory less may be there";
-    EXPECT_EQ(fault::open_handles(), handles);
     EXPECT_EQ(home.contents().size(), 3u) << "the folder and the two files";
-  }
+    return failing.hit();
+  });
 }
 
 }  // namespace

@@ -5,7 +5,7 @@
 #include <algorithm>
 
 #include "history/categories.h"
-#include "platform/fault.h"
+#include "support/faults.h"
 #include "support/home.h"
 #include "support/own_siblings.h"
 #include "support/test.h"
@@ -173,36 +173,32 @@ TEST(History, WithoutAWorkFolderNamesAreCounted) {
 // Two lines into every category, then reading them; one operation fails on the way. Lines of which
 // no error tells are there.
 TEST(History, EveryFailureHasItsCodeAndLeavesNothingBehind) {
-  for (const auto kind : {fault::Kind::kFail, fault::Kind::kDiskFull}) {
-    bool hit = true;
-    for (int nth = 1; hit; ++nth) {
-      SCOPED_TRACE(nth);
-      TestHome home;
-      const int handles = fault::open_handles();
-      {
-        CHistoryCtl history;
-        ASSERT_EQ(history.CreateHistory(0), 0);
-        const fault::FailNth failing(nth, kind);
-        for (const CategoryOperations& category : kCategories) {
-          const bool a = (history.*category.write2)(kRun, "a") == 0;
-          const bool b = (history.*category.write2)(kRun, "b") == 0;
-          EXPECT_EQ((history.*category.cnt)(kRun), 2);
-          Lines lines = lines_of(history, category, kRun);
-          const bool opened = lines != Lines({"not open"});
-          EXPECT_TRUE((a && b && opened) || history.LastError() != 0);
-          if (failing.hit()) lines = lines_of(history, category, kRun);  // nothing fails any more
-          EXPECT_TRUE(lines == Lines({"a", "b"}) || history.LastError() != 0);
-        }
-        const bool open = history.LastErrorDetail() == TQ_HISTORY_DETAIL_OPEN;
-        const bool failed = history.LastErrorDetail() != 0;
-        EXPECT_EQ(history.LastError(), open ? TQ_HISTORY_OPEN : failed ? TQ_HISTORY_WRITE : 0);
-        hit = failing.hit();
-        EXPECT_TRUE(hit || !failed);
+  each_fault({fault::Kind::kFail, fault::Kind::kDiskFull}, [](int nth, fault::Kind kind) {
+    TestHome home;
+    bool hit = false;
+    {
+      CHistoryCtl history;
+      EXPECT_EQ(history.CreateHistory(0), 0);
+      const fault::FailNth failing(nth, kind);
+      for (const CategoryOperations& category : kCategories) {
+        const bool a = (history.*category.write2)(kRun, "a") == 0;
+        const bool b = (history.*category.write2)(kRun, "b") == 0;
+        EXPECT_EQ((history.*category.cnt)(kRun), 2);
+        Lines lines = lines_of(history, category, kRun);
+        const bool opened = lines != Lines({"not open"});
+        EXPECT_TRUE((a && b && opened) || history.LastError() != 0);
+        if (failing.hit()) lines = lines_of(history, category, kRun);  // nothing fails any more
+        EXPECT_TRUE(lines == Lines({"a", "b"}) || history.LastError() != 0);
       }
-      EXPECT_EQ(fault::open_handles(), handles);
-      EXPECT_EQ(home.contents().size(), 1u) << "only the work folder";
+      const bool open = history.LastErrorDetail() == TQ_HISTORY_DETAIL_OPEN;
+      const bool failed = history.LastErrorDetail() != 0;
+      EXPECT_EQ(history.LastError(), open ? TQ_HISTORY_OPEN : failed ? TQ_HISTORY_WRITE : 0);
+      hit = failing.hit();
+      EXPECT_TRUE(hit || !failed);
     }
-  }
+    EXPECT_EQ(home.contents().size(), 1u) << "only the work folder";
+    return hit;
+  });
 }
 
 TEST(HistoryHandles, AnswersOfDeadHandles) {

@@ -3,8 +3,8 @@
 #include <cstring>
 
 #include "history/categories.h"
-#include "platform/fault.h"
 #include "siblings/siblings.h"
+#include "support/faults.h"
 #include "support/home.h"
 #include "support/own_siblings.h"
 #include "support/test.h"
@@ -172,11 +172,8 @@ TEST(BuiltInStore, KeepsRecordsByNumberInOrder) {
 // 100 records recorded and read with one operation failing: what comes back is whole and in order,
 // and everything is there unless the store said that it failed or the reading did.
 TEST(BuiltInStore, EveryFailureLeavesWholeRecords) {
-  bool hit = true;
-  for (int nth = 1; hit; ++nth) {
-    SCOPED_TRACE(nth);
+  each_fault({fault::Kind::kFail}, [](int nth, fault::Kind) {
     TestHome home;
-    const int handles = fault::open_handles();
     const tHSTYTMP_API& store = tq::hstytmp();
     const fault::FailNth failing(nth);
     store.HstyTmpDelete(store.context);
@@ -193,10 +190,9 @@ TEST(BuiltInStore, EveryFailureLeavesWholeRecords) {
     EXPECT_TRUE(count == 100 || failing.hit());
     EXPECT_TRUE(kept || count < 100);
     store.HstyTmpDelete(store.context);
-    EXPECT_EQ(fault::open_handles(), handles);
     EXPECT_TRUE(failing.hit() || home.contents().size() == 1);
-    hit = failing.hit();
-  }
+    return failing.hit();
+  });
 }
 
 }  // namespace

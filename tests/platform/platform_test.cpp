@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/fault.h"
+#include "support/faults.h"
 #include "support/scoped_variable.h"
 #include "support/test.h"
 #include "support/test_folder.h"
@@ -400,22 +400,21 @@ TEST_F(Platform, EveryOperationPassesTheGate) {
 }
 
 TEST_F(Platform, AFailedCopyLeavesNoHalfFile) {
+  using Kind = fault::Kind;
   folder_.write("from.txt", "0123456789");
-  for (const fault::Kind kind : {fault::Kind::kFail, fault::Kind::kDiskFull, fault::Kind::kCrash}) {
-    for (int nth = 1;; ++nth) {
-      folder_.remove("to.txt");
-      fault::FailNth fail(nth, kind);
-      const bool copied = copy_file(folder_.at("from.txt"), folder_.at("to.txt")).ok();
-      EXPECT_EQ(copied, !fail.hit());
-      if (!fail.hit()) break;
-      // Killed in the middle of the bytes, nobody can clean up any more.
-      const bool stays = kind == fault::Kind::kCrash && nth >= 2;
-      EXPECT_EQ(folder_.exists("to.txt"), stays) << nth;
-      if (stays && nth == 2) {
-        EXPECT_EQ(folder_.read("to.txt"), "01234");
-      }
+  test::each_fault({Kind::kFail, Kind::kDiskFull, Kind::kCrash}, [&](int nth, Kind kind) {
+    folder_.remove("to.txt");
+    const fault::FailNth fail(nth, kind);
+    const bool copied = copy_file(folder_.at("from.txt"), folder_.at("to.txt")).ok();
+    EXPECT_EQ(copied, !fail.hit());
+    // Killed in the middle of the bytes, nobody can clean up any more.
+    const bool stays = copied || (kind == Kind::kCrash && nth >= 2);
+    EXPECT_EQ(folder_.exists("to.txt"), stays);
+    if (stays && nth == 2) {
+      EXPECT_EQ(folder_.read("to.txt"), "01234");
     }
-  }
+    return fail.hit();
+  });
 }
 
 // --- Memory and host --------------------

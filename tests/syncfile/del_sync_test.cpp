@@ -1,7 +1,7 @@
 // The working group for a deletion sync.
 #include <cstring>
 
-#include "platform/fault.h"
+#include "support/faults.h"
 #include "support/home.h"
 #include "support/records.h"
 #include "support/test.h"
@@ -11,6 +11,7 @@
 namespace {
 
 using namespace tq::test;
+namespace fault = tq::platform::fault;
 
 // A saved group: the first text is a master's unless it is empty, the others are partners'.
 void save_group(const char* master, const std::vector<const char*>& partners) {
@@ -70,19 +71,18 @@ TEST(DelSync, EveryFailureIsToldAndTheNextCallRecovers) {
   TestHome home;
   save_group("master", {"p1"});
   const std::string group = home.read("group\\000.SYG");
-  for (int nth = 1;; ++nth) {
-    SCOPED_TRACE(nth);
+  each_fault({fault::Kind::kFail}, [&](int nth, fault::Kind) {
     char path[TQ_PATH_SIZE] = "untouched";
-    tq::platform::fault::FailNth failing(nth);
+    const fault::FailNth failing(nth);
     const short result = CreateDelSyncFile("master", path);
     const bool hit = failing.hit();
-    tq::platform::fault::disarm();
+    fault::disarm();
     EXPECT_TRUE(result == 0 || std::string(path) == "untouched");
     EXPECT_EQ(home.read("group\\000.SYG"), group);
-    ASSERT_EQ(CreateDelSyncFile("master", path), 0);
-    ASSERT_EQ(working_group(home), (std::vector<std::string>{kHead, "1000master", "3p1"}));
-    if (!hit) break;
-  }
+    EXPECT_EQ(CreateDelSyncFile("master", path), 0);
+    EXPECT_EQ(working_group(home), (std::vector<std::string>{kHead, "1000master", "3p1"}));
+    return hit;
+  });
 }
 
 }  // namespace

@@ -2,7 +2,7 @@
 // what is left when writing fails.
 #include <cstring>
 
-#include "platform/fault.h"
+#include "support/faults.h"
 #include "support/home.h"
 #include "support/records.h"
 #include "support/test.h"
@@ -175,27 +175,18 @@ TEST(GroupFile, ErrorsAreTold) {
 }
 
 TEST(GroupFile, EveryFailureOfAWriteLeavesTheOldFileOrTheNew) {
-  for (const auto kind : {fault::Kind::kFail, fault::Kind::kDiskFull, fault::Kind::kCrash}) {
-    for (int nth = 1;; ++nth) {
-      SCOPED_TRACE(nth);
-      TestHome home;
-      CSyncFileCtl old_group;
-      make_group(old_group, "old");
-      ASSERT_EQ(old_group.Write(0), 0);
-      CSyncFileCtl group;
-      group.Open(home.at("group\\000.SYG").c_str(), "");
-      ASSERT_EQ(group.Read(), 2);
-      group.SetTitle("new");
-      const int open_before = fault::open_handles();
-      fault::FailNth failing(nth, kind);
-      const short result = group.Write(0);
-      const bool hit = failing.hit();
-      fault::disarm();
-      EXPECT_EQ(fault::open_handles(), open_before);
-      EXPECT_EQ(home.read("group\\000.SYG"), group_bytes(result == 0 ? "new" : "old"));
-      if (!hit) break;
-    }
-  }
+  using Kind = fault::Kind;
+  each_fault({Kind::kFail, Kind::kDiskFull, Kind::kCrash}, [](int nth, Kind kind) {
+    TestHome home;
+    CSyncFileCtl group;
+    make_group(group, "old");
+    EXPECT_EQ(group.Write(0), 0);
+    group.SetTitle("new");
+    const fault::FailNth failing(nth, kind);
+    const short result = group.Write(0);
+    EXPECT_EQ(home.read("group\\000.SYG"), group_bytes(result == 0 ? "new" : "old"));
+    return failing.hit();
+  });
 }
 
 }  // namespace
