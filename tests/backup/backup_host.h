@@ -79,3 +79,6 @@ class BackupHost : public TestHome {
 };
 
 }  // namespace tq::test
+
+using tq::test::BackupHost;
+using tq::test::bytes;

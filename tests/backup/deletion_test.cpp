@@ -5,9 +5,6 @@
 
 namespace {
 
-using tq::test::BackupHost;
-using Rows = std::vector<std::string>;
-
 TEST(DeleteBackup, ByIdByGenerationAndAll) {
   BackupHost host;
   host.write("a", "a");
@@ -18,11 +15,11 @@ TEST(DeleteBackup, ByIdByGenerationAndAll) {
   EXPECT_EQ(tqDeleteBkupGrp("00009"), 1);
   EXPECT_EQ(tqDeleteAutoBkupGrp(1, 4), 1);
   EXPECT_EQ(tqDeleteAutoBkupGrp(1, 3), 0);
-  EXPECT_EQ(BackupHost::listed(-1), (Rows{"00000 0 1", "00001 1 1", "00003 1 1"}));
+  EXPECT_EQ(BackupHost::listed(-1), (Texts{"00000 0 1", "00001 1 1", "00003 1 1"}));
   EXPECT_EQ(tqDeleteBkupGrp("00000"), 0);
   EXPECT_FALSE(host.exists("backup\\00000"));
   EXPECT_EQ(tqDeleteBkupAll(), 0);
-  EXPECT_EQ(BackupHost::listed(-1), Rows{});
+  EXPECT_EQ(BackupHost::listed(-1), Texts{});
   EXPECT_TRUE(host.exists("backup"));
 }
 
@@ -32,7 +29,7 @@ TEST(DeleteBackup, AFileOfSomebodyElseKeepsTheFolder) {
   for (int i = 0; i < 3; ++i) ASSERT_EQ(host.back_up(0, {{1, "", {"a"}}}), 0);
   host.write("backup\\00001\\extra", "mine");
   EXPECT_EQ(tqDeleteBkupAll(), 1) << "stops there";
-  EXPECT_EQ(BackupHost::listed(-1), Rows{"00002 0 1"});
+  EXPECT_EQ(BackupHost::listed(-1), Texts{"00002 0 1"});
   EXPECT_EQ(host.contents().count("backup\\00001\\extra"), 1u);
   EXPECT_EQ(host.contents().size(), 8u) << "no copy is left";
 }

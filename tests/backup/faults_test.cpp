@@ -13,7 +13,6 @@
 namespace {
 
 namespace fault = tq::platform::fault;
-using tq::test::BackupHost;
 
 // Puts temporary folders into memory, where the system has a folder for that: a disk takes minutes
 // to sync a thousand runs.
@@ -41,7 +40,7 @@ void prepare(BackupHost& host) {
   host.write("u\\a", "now");
 }
 
-const std::vector<std::string> kPrepared = {"00000", "00001", "00002", "00003"};
+const Texts kPrepared = {"00000", "00001", "00002", "00003"};
 
 // A host that is prepared again and again: once for real, then from a copy of its files.
 class Prepared {
@@ -73,8 +72,8 @@ class Prepared {
 struct Operation {
   const char* why;
   std::function<short(BackupHost&)> run;
-  std::vector<std::string> removes;  // ids that it is asked to remove
-  bool changes_files;                // the user's, that is
+  Texts removes;       // ids that it is asked to remove
+  bool changes_files;  // the user's, that is
 };
 
 const Operation kOperations[] = {
@@ -109,7 +108,7 @@ const Operation kOperations[] = {
 // need not be whole. The number of backups lost.
 int expect_kept(const BackupHost& host,
                 std::map<std::string, std::map<std::string, std::string>> before,
-                const std::vector<std::string>& removes) {
+                const Texts& removes) {
   for (const std::string& id : removes) {
     before.erase(id);
     host.remove("data\\" + id + ".BKH");

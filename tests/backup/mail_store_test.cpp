@@ -5,9 +5,6 @@
 
 namespace {
 
-using tq::test::BackupHost;
-using Log = std::vector<std::string>;
-
 // The settings as the transfer finds them.
 std::string asked() {
   char name[TQ_BKUP_TEXT_SIZE];
@@ -21,7 +18,7 @@ TEST(MailStore, IsTransferredAndNotCopied) {
   host.write("m\\b.pst", "more");
   host.has_mail_store = true;
   host.busy = 1;
-  Log seen;
+  Texts seen;
   host.transfer = [&] {
     seen.push_back(asked());
     tqSetPstStsFlg(0);
@@ -39,7 +36,7 @@ TEST(MailStore, IsTransferredAndNotCopied) {
   EXPECT_EQ(tqErrRestoreGrp(0), 0);
   EXPECT_EQ(host.read("m\\a.pst"), "store") << "nothing is removed beforehand";
   EXPECT_EQ(tqDeleteBkupGrp("00000"), 0) << "how the deletion ended does not matter";
-  EXPECT_EQ(seen, (Log{"0 -9 " + name, "1 -9 " + name, "2 -9 " + name}));
+  EXPECT_EQ(seen, (Texts{"0 -9 " + name, "1 -9 " + name, "2 -9 " + name}));
 }
 
 TEST(MailStore, ATransferThatDoesNotReportFailed) {

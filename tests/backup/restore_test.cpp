@@ -9,8 +9,6 @@
 namespace {
 
 namespace platform = tq::platform;
-using namespace tq::test;
-using Rows = std::vector<std::string>;
 
 short restore(const char* id) {
   CBackUpCtl object;
@@ -47,7 +45,7 @@ TEST(Restore, DamageRestoreAndUndo) {
   EXPECT_EQ(std::ranges::count(host.log, "open caption/" + heading + "/0"), 1);
   EXPECT_EQ(host.percent, 100);
 
-  EXPECT_EQ(BackupHost::listed(-1), (Rows{"00000 1 2", "00001 4 2"}));
+  EXPECT_EQ(BackupHost::listed(-1), (Texts{"00000 1 2", "00001 4 2"}));
   EXPECT_EQ(restore("00001"), 0) << "the undo";
   EXPECT_EQ(host.read("u\\book.dat"), "damaged");
   EXPECT_EQ(BackupHost::listed(4).size(), 2u) << "which can be undone as well";
@@ -61,7 +59,7 @@ TEST(Restore, WithoutABackupBefore) {
   host.write("a", "failed");
   EXPECT_EQ(tqErrRestoreGrp(1), 0);
   EXPECT_EQ(host.read("a"), "good");
-  EXPECT_EQ(BackupHost::listed(-1), Rows{"00000 1 1"});
+  EXPECT_EQ(BackupHost::listed(-1), Texts{"00000 1 1"});
   EXPECT_EQ(tqAutoRestoreGrp(1, 2), 1);
   EXPECT_EQ(tqRestoreGrp("00009"), -1);
   EXPECT_EQ(tqRestoreFile("0000900000"), 1);
@@ -89,34 +87,17 @@ TEST(Restore, SavesAndReplacesTheDataSetAndNotOnlyTheFilesOfTheBackup) {
 }
 
 TEST(Restore, MissingFolders) {
-  // `answers`: paths relative to the home
-  // `file`: where the file is afterwards; null: nowhere
+  // `answers`: other folders, relative to the home; an empty one: the same again; at last: cancel
+  // `file`: where the file is afterwards, empty for nowhere
   // `shown`: messages of the error box
-  const std::tuple<const char*, std::vector<std::pair<short, std::string>>, short, const char*, int,
-                   std::string>
-      cases[] = {
-          {"made again", {{TQ_FOLDER_RECREATE, ""}}, 0, "u\\deep\\a", 1, {}},
-          {"another folder", {{TQ_FOLDER_OTHER, "new\\place\\"}}, 0, "new\\place\\a", 1, {}},
-          {"cancelled", {}, 1, nullptr, 1, {}},
-          {"a file is there, cancelled; the folder stays",
-           {{TQ_FOLDER_OTHER, "full"}},
-           1,
-           nullptr,
-           2,
-           {"6 @\\full\\a"}},
-          {"it cannot be made",
-           {{TQ_FOLDER_OTHER, "full\\a"}, {TQ_FOLDER_OTHER, "new"}},
-           0,
-           "new\\a",
-           2,
-           {"4 @\\full\\a"}},
-          {"not among the backups",
-           {{TQ_FOLDER_OTHER, "backup\\00000"}, {TQ_FOLDER_RECREATE, ""}},
-           0,
-           "u\\deep\\a",
-           2,
-           {"4 @\\backup\\00000"}},
-      };
+  const std::tuple<const char*, Texts, short, const char*, int, std::string> cases[] = {
+      {"made again", {""}, 0, "u\\deep\\a", 1, ""},
+      {"another folder", {"new\\place\\"}, 0, "new\\place\\a", 1, ""},
+      {"cancelled", {}, 1, "", 1, ""},
+      {"a file is there; the folder stays", {"full"}, 1, "", 2, "6 @\\full\\a"},
+      {"it cannot be made", {"full\\a", "new"}, 0, "new\\a", 2, "4 @\\full\\a"},
+      {"among the backups", {"backup\\00000", ""}, 0, "u\\deep\\a", 2, "4 @\\backup\\00000"},
+  };
   for (const auto& [why, answers, result, file, asked, shown] : cases) {
     for (const bool single : {false, true}) {
       SCOPED_TRACE(std::string(why) + (single ? ", alone" : ""));
@@ -125,13 +106,14 @@ TEST(Restore, MissingFolders) {
       ASSERT_EQ(host.back_up(0, {{3, "", {"u\\deep\\a"}}}), 0);
       host.remove("u");
       host.write("full\\a", "mine");
-      for (const auto& [answer, folder] : answers) {
-        host.folder_answers.emplace_back(answer, folder.empty() ? "" : host.at(folder));
+      for (const std::string& folder : answers) {
+        host.folder_answers.emplace_back(folder.empty() ? TQ_FOLDER_RECREATE : TQ_FOLDER_OTHER,
+                                         host.at(folder));
       }
       host.log.clear();
       EXPECT_EQ(single ? tqRestoreFile("0000000000") : restore("00000"), result);
       EXPECT_EQ(host.read("full\\a"), "mine");
-      if (file != nullptr) {
+      if (*file != '\0') {
         EXPECT_EQ(host.read(file), "content");
       }
       EXPECT_EQ(std::ranges::count(host.log, "missing @\\u\\deep|a"), asked);
@@ -212,7 +194,7 @@ TEST(Restore, WholeFolders) {
   EXPECT_EQ(host.read("elsewhere\\precious"), "3") << "a link is not followed";
   host.remove("f\\link");
   EXPECT_EQ(user(), before);
-  EXPECT_EQ(BackupHost::listed(4), Rows{}) << "whole folders alone are not saved before";
+  EXPECT_EQ(BackupHost::listed(4), Texts{}) << "whole folders alone are not saved before";
 
   // Beside another group they are, with all that is in them.
   host.write("a", "a");
@@ -324,7 +306,7 @@ TEST(Restore, ABackupThatIsBeingReadIsNotRotatedAway) {
   EXPECT_EQ(BackupHost::listed(4).size(), 2u) << "one more than may stay, until next time";
   EXPECT_EQ(restore("00001"), 0);
   EXPECT_EQ(host.read("a"), "second");
-  EXPECT_EQ(BackupHost::listed(4), (Rows{"00001 4 1", "00002 4 1"}));
+  EXPECT_EQ(BackupHost::listed(4), (Texts{"00001 4 1", "00002 4 1"}));
 }
 
 TEST(Restore, DoesNotDisturbTheListThatIsServed) {

@@ -9,9 +9,6 @@
 
 namespace {
 
-using tq::test::BackupHost;
-using Rows = std::vector<std::string>;
-
 struct Model {
   int id;
   short kind;
@@ -80,7 +77,7 @@ TEST(Rotation, TheCountOfKindZeroHoldsForEveryKindFromConstructionOn) {
   for (const int kind : {0, 1, 1, 1, 1})
     ASSERT_EQ(host.back_up(static_cast<short>(kind), {{1, "", {"a"}}}), 0);
   EXPECT_EQ(BackupHost::listed(-1).size(), 3u);
-  EXPECT_EQ(BackupHost::listed(0), Rows{"00000 0 1"});
+  EXPECT_EQ(BackupHost::listed(0), Texts{"00000 0 1"});
   CBackUpCtl run;
   setBkupGeneration(0, 1);  // too late for this object
   ASSERT_EQ(host.prepare(run, 1, {{1, "", {"a"}}}), 0);
@@ -98,7 +95,7 @@ TEST(Rotation, ACountOfNoneRecordsNothing) {
   setBkupGeneration(0, 0);
   EXPECT_EQ(host.back_up(0, {{1, "", {"a"}}}), 0);
   EXPECT_TRUE(host.exists("backup\\00000"));
-  EXPECT_EQ(BackupHost::listed(-1), Rows{});
+  EXPECT_EQ(BackupHost::listed(-1), Texts{});
 }
 
 TEST(Rotation, NeverTakesTheNewBackupOrOneThatReplacedAStaleHistory) {
@@ -109,13 +106,13 @@ TEST(Rotation, NeverTakesTheNewBackupOrOneThatReplacedAStaleHistory) {
   ASSERT_EQ(host.back_up(0, {{1, "", {"a"}}}), 0);
   host.set_time("00000", "2999,1,0,1,0,0,0");  // the clock was ahead
   ASSERT_EQ(host.back_up(0, {{1, "", {"a"}}}), 0);
-  EXPECT_EQ(BackupHost::listed(-1), Rows{"00001 0 1"});
+  EXPECT_EQ(BackupHost::listed(-1), Texts{"00001 0 1"});
   // Its folder is gone, so the next backup takes its id and its history's place.
   host.set_time("00001", "1999,1,0,1,0,0,0");
   host.remove("backup\\00001");
   host.make_folder("backup\\00000");
   ASSERT_EQ(host.back_up(0, {{1, "", {"a"}}}), 0);
-  EXPECT_EQ(BackupHost::listed(-1), Rows{"00001 0 1"});
+  EXPECT_EQ(BackupHost::listed(-1), Texts{"00001 0 1"});
   EXPECT_EQ(host.restorable()["00001"][host.at("a")], "a");
 }
 

@@ -10,11 +10,9 @@
 namespace {
 
 namespace platform = tq::platform;
-using namespace tq::test;
-using Rows = std::vector<std::string>;
 
-Rows lines_of(const std::string& text) {
-  Rows lines;
+Texts lines_of(const std::string& text) {
+  Texts lines;
   std::istringstream in(text);
   for (std::string line; std::getline(in, line);) lines.push_back(line);
   return lines;
@@ -38,42 +36,20 @@ TEST(BackupRun, WritesCopiesAndHistory) {
             0);
   const std::string history = host.read("data\\00000.BKH");
   EXPECT_TRUE(history.ends_with("\n"));
-  Rows lines = lines_of(history);
+  Texts lines = lines_of(history);
   ASSERT_EQ(lines.size(), 27u);
   EXPECT_TRUE(lines[9].starts_with(host.at("backup\\00000\\~tq"))) << lines[9];
   EXPECT_NE(std::stoi(lines[21]) & 1, 0) << "read-only";
   for (const std::size_t i : {2, 9, 11, 13, 17, 18, 19, 20, 21}) lines[i] = "any";
-  EXPECT_EQ(lines, (Rows{"00000",
-                         "1",
-                         "any",
-                         "説明"_sjis,
-                         "2",  // backup
-                         "0000000000",
-                         "3",
-                         std::string("2,").append("名前,x"_sjis),  // group
-                         one,
-                         "any",
-                         halves(times.created),
-                         "any",  // file
-                         halves(times.written),
-                         "any",
-                         "5",
-                         "7",  //
-                         two,
-                         "any",
-                         "any",
-                         "any",
-                         "any",
-                         "any",
-                         "10",
-                         "7",  // file
-                         "0000000001",
-                         "5",
-                         "0"}));  // group
+  std::string told;
+  for (const std::string& line : lines) told += line + "|";
+  EXPECT_EQ(told, "00000|1|any|説明|2|0000000000|3|2,名前,x|"_sjis + one + "|any|" +
+                      halves(times.created) + "|any|" + halves(times.written) + "|any|5|7|" + two +
+                      "|any|any|any|any|any|10|7|0000000001|5|0|");
   EXPECT_EQ(host.restorable()["00000"][two], "second one");
   const std::string heading = "ファイルのバックアップ中です..."_sjis;
-  EXPECT_EQ(host.log, (Rows{"open caption/" + heading + "/1", "group type 3", "file @\\a\\one.dat",
-                            "file @\\a\\二.dat"_sjis, "group type 5", "file ", "close"}));
+  EXPECT_EQ(host.log, (Texts{"open caption/" + heading + "/1", "group type 3", "file @\\a\\one.dat",
+                             "file @\\a\\二.dat"_sjis, "group type 5", "file ", "close"}));
   EXPECT_EQ(host.percent, 100);
 }
 
@@ -180,12 +156,12 @@ TEST(BackupRun, WholeFoldersRecordTheirLeaves) {
   std::filesystem::create_directory_symlink(host.native("elsewhere"), host.native("f\\link"),
                                             no_links);
   ASSERT_EQ(host.back_up(4, {{64, host.at("f\\"), {"f\\top", "f\\x\\deep\\file"}}}), 0);
-  Rows entries;
+  Texts entries;
   for (const BackupHost::Listed& file : BackupHost::files()) {
     entries.push_back(host.relative(file.path) + (file.copy == "dummy" ? "|dummy" : "|copy"));
   }
-  EXPECT_EQ(entries, (Rows{"@\\f\\empty|dummy", "@\\f\\x\\deep|dummy", "@\\f\\top|copy",
-                           "@\\f\\x\\deep\\file|copy"}));
+  EXPECT_EQ(entries, (Texts{"@\\f\\empty|dummy", "@\\f\\x\\deep|dummy", "@\\f\\top|copy",
+                            "@\\f\\x\\deep\\file|copy"}));
 }
 
 TEST(BackupIds, WhatProtectsAnId) {
@@ -307,14 +283,14 @@ TEST(BackupList, SortsByKindThenNewestFirst) {
   // Days of the week do not count, so 00000 and 00002 are equal; sorting by kind, whose steps swap
   // rows, has put them into this order.
   EXPECT_EQ(BackupHost::listed(-1),
-            (Rows{"00004 -2 0", "00001 0 0", "00003 1 0", "00002 1 0", "00000 1 0", "00005 1 0"}));
+            (Texts{"00004 -2 0", "00001 0 0", "00003 1 0", "00002 1 0", "00000 1 0", "00005 1 0"}));
   host.remove("data\\00001.BKH");
   host.remove("data\\00003.BKH");
   host.remove("data\\00004.BKH");
-  EXPECT_EQ(BackupHost::listed(-1), (Rows{"00000 1 0", "00002 1 0", "00005 1 0"}))
+  EXPECT_EQ(BackupHost::listed(-1), (Texts{"00000 1 0", "00002 1 0", "00005 1 0"}))
       << "otherwise they stay as the folder lists them";
   host.write("data\\00001.BKH", "00001\n0\n2003,7,1,5,9,4,1\ninfo\n0\n");
-  EXPECT_EQ(BackupHost::listed(0), Rows{"00001 0 0"});
+  EXPECT_EQ(BackupHost::listed(0), Texts{"00001 0 0"});
   int32_t count = 0;
   const int32_t list = tqOpenBackUpFileList(0, &count);
   EXPECT_EQ(count, 1);

@@ -8,7 +8,6 @@
 namespace {
 
 namespace fault = tq::platform::fault;
-using tq::test::BackupHost;
 
 constexpr char kFile[] = "data\\TQ_BKINF.DAT";
 

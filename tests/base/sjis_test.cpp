@@ -51,9 +51,7 @@ TEST(SjisCut, NeverLeavesHalfACharacter) {
       {"abc", 3, "abc", "fits"},
       {"abc", 2, "ab", "single bytes cut anywhere"},
       {"a\x83\x5C", 2, "a", "the second byte does not fit"},
-      {"a\x83\x5C"
-       "b",
-       3, "a\x83\x5C", "ends with the whole character"},
+      {"a\x83\x5C\x62", 3, "a\x83\x5C", "ends with the whole character"},
       {"\x83\x5C", 0, "", "no room"},
       {"\xB1\xB2\xB3", 2, "\xB1\xB2", "half-width kana"},
       {"ab\x83", 3, "ab\x83", "a text that is broken already is not touched when it fits"},

@@ -6,20 +6,18 @@
 
 namespace {
 
-std::vector<std::string> lines_of(const tq::test::TestFolder& folder, std::size_t buffer,
-                                  bool data) {
+Texts lines_of(const tq::test::TestFolder& folder, std::size_t buffer, bool data) {
   tq::LineReader reader(buffer);
   EXPECT_TRUE(reader.open(folder.at("f")).ok());
-  std::vector<std::string> lines;
+  Texts lines;
   std::string_view line;
   while (data ? reader.next_data(line) : reader.next(line)) lines.emplace_back(line);
   return lines;
 }
 
 TEST(LineReader, LineEndsLimitsAndComments) {
-  using Lines = std::vector<std::string>;
   // `lines`: read with a buffer of 5 bytes
-  const std::tuple<const char*, std::string, Lines> cases[] = {
+  const std::tuple<const char*, std::string, Texts> cases[] = {
       {"nothing", "", {}},
       {"LF, CR LF and an end without either", "a\nb\r\nc", {"a", "b", "c"}},
       {"empty lines count", "\n\r\nx\n", {"", "", "x"}},
@@ -41,13 +39,13 @@ TEST(LineReader, LineEndsLimitsAndComments) {
 TEST(LineReader, CommentsArePassedOver) {
   tq::test::TestFolder folder;
   folder.write("f", ";x\na\n ;b\n;\n\nc;");
-  EXPECT_EQ(lines_of(folder, 100, true), (std::vector<std::string>{"a", " ;b", "", "c;"}));
+  EXPECT_EQ(lines_of(folder, 100, true), (Texts{"a", " ;b", "", "c;"}));
 }
 
 TEST(LineReader, LongFilesComeWholeWhateverTheReadSizes) {
   tq::test::TestFolder folder;
   std::string bytes;
-  std::vector<std::string> expected;
+  Texts expected;
   for (int i = 0; i < 3000; ++i) {
     expected.emplace_back(static_cast<std::size_t>(i % 97), static_cast<char>('a' + i % 26));
     bytes += expected.back() + (i % 3 == 0 ? "\r\n" : "\n");

@@ -33,9 +33,9 @@ TEST(CsvInfo, List1SortsByKeyAndShowsWhatFollows) {
   ASSERT_NE(list, 0);
   char name[TQ_PATH_SIZE], path[TQ_PATH_SIZE];
   short number = 0, number2 = 0;
-  std::vector<std::string> names;
+  Texts names;
   while (GetCsvFldInfoNext1(&number, &number2, name, path, list) == 0) names.emplace_back(name);
-  EXPECT_EQ(names, (std::vector<std::string>{"first", "", "third.one", "second"}))
+  EXPECT_EQ(names, (Texts{"first", "", "third.one", "second"}))
       << "sorted by the key, seven characters and no more; the last dot begins the extension";
   EXPECT_EQ(path, home.at("fields\\1\\B00102-second.FLD"));
   EXPECT_EQ(number2, 2);

@@ -22,7 +22,7 @@ std::string shown(CCtdCtl& ctd, int32_t record, int32_t field) {
 // What is shown for field `id` of a record that has these values, and which fields count as used.
 std::string shown(int id, const std::map<int, std::string>& values, std::string* used = nullptr) {
   std::vector<std::pair<int, std::string>> fields = {{id, "shown"}};
-  std::vector<std::string> texts = {values.count(id) == 0 ? "" : values.at(id)};
+  Texts texts = {values.count(id) == 0 ? "" : values.at(id)};
   for (const auto& [other, text] : values) {
     if (other == id) continue;
     fields.emplace_back(other, "");

@@ -15,7 +15,6 @@ namespace {
 
 using namespace tq::test;
 namespace fault = tq::platform::fault;
-using Lines = std::vector<std::string>;
 
 constexpr short kRun = -1;
 
@@ -53,10 +52,10 @@ TEST(History, EveryCategoryKeepsItsLinesApart) {
 
     for (const CategoryOperations& other : kCategories) {
       const bool same = &other == &category;
-      EXPECT_EQ(lines_of(history, other, 0), same ? Lines({"first", "住所"_sjis}) : Lines());
-      EXPECT_EQ(lines_of(history, other, 1), same ? Lines({"by index"}) : Lines());
+      EXPECT_EQ(lines_of(history, other, 0), same ? Texts({"first", "住所"_sjis}) : Texts());
+      EXPECT_EQ(lines_of(history, other, 1), same ? Texts({"by index"}) : Texts());
       EXPECT_EQ(lines_of(history, other, kRun),
-                same ? Lines({"run", "any negative index"}) : Lines());
+                same ? Texts({"run", "any negative index"}) : Texts());
       EXPECT_EQ((history.*other.cnt)(0), same ? 2 : 0);
       EXPECT_EQ((history.*other.cnt)(kRun), same ? 2 : 0);
       EXPECT_EQ((history.*other.cnt)(2), -1);
@@ -74,7 +73,7 @@ TEST(History, LinesComeBackInPieces) {
   for (int i = 0; i < 200; ++i) pairs += kanji;
   const std::string x999(999, 'x');
   const std::string x250(250, 'x');
-  const std::tuple<const char*, std::string, Lines> cases[] = {
+  const std::tuple<const char*, std::string, Texts> cases[] = {
       {"an empty line is a line", "", {""}},
       {"250 bytes fit", x250, {x250}},
       {"300 bytes are cut to 250", std::string(300, 'x'), {x250}},
@@ -123,7 +122,7 @@ TEST(History, AFileIsOpenForOneThing) {
     EXPECT_EQ((history.*category.write2)(kRun, "three"), 0);
     EXPECT_EQ(history.AllFileClose(), 0);
     EXPECT_EQ((history.*category.write2)(kRun, "four"), 0);
-    EXPECT_EQ(lines_of(history, category, kRun), Lines({"one", "two", "three", "four"}));
+    EXPECT_EQ(lines_of(history, category, kRun), Texts({"one", "two", "three", "four"}));
     EXPECT_EQ((history.*category.cnt)(kRun), 5) << "the lost line counts";
   }
 }
@@ -132,7 +131,7 @@ TEST(History, ManyLinesOutgrowWhatIsGathered) {
   TestHome home;
   CHistoryCtl history;
   history.CreateHistory(0);
-  Lines written;
+  Texts written;
   for (std::size_t i = 0; i < 20000; ++i) {
     written.push_back(std::to_string(i) + std::string(i % 97, '.'));
     ASSERT_EQ(history.WriteHeadInfo(nullptr, written.back().c_str()), 0);
@@ -184,11 +183,11 @@ TEST(History, EveryFailureHasItsCodeAndLeavesNothingBehind) {
         const bool a = (history.*category.write2)(kRun, "a") == 0;
         const bool b = (history.*category.write2)(kRun, "b") == 0;
         EXPECT_EQ((history.*category.cnt)(kRun), 2);
-        Lines lines = lines_of(history, category, kRun);
-        const bool opened = lines != Lines({"not open"});
+        Texts lines = lines_of(history, category, kRun);
+        const bool opened = lines != Texts({"not open"});
         EXPECT_TRUE((a && b && opened) || history.LastError() != 0);
         if (failing.hit()) lines = lines_of(history, category, kRun);  // nothing fails any more
-        EXPECT_TRUE(lines == Lines({"a", "b"}) || history.LastError() != 0);
+        EXPECT_TRUE(lines == Texts({"a", "b"}) || history.LastError() != 0);
       }
       const bool open = history.LastErrorDetail() == TQ_HISTORY_DETAIL_OPEN;
       const bool failed = history.LastErrorDetail() != 0;

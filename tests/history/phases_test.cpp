@@ -14,7 +14,6 @@ namespace {
 
 using namespace tq::test;
 namespace fault = tq::platform::fault;
-using Lines = std::vector<std::string>;
 
 constexpr short kRun = -1;
 
@@ -59,7 +58,7 @@ TEST(Phases, RecordsBecomeLinesOfTheirCategory) {
     for (int i = 0; i < 6; ++i) {
       const bool here = i == phase.category;
       EXPECT_EQ(lines_of(history, kCategories[i], 1),
-                here ? Lines({line, "2147483647 レコード - x [  ]"_sjis}) : Lines());
+                here ? Texts({line, "2147483647 レコード - x [  ]"_sjis}) : Texts());
       EXPECT_EQ((history.*kCategories[i].cnt)(0) + (history.*kCategories[i].cnt)(kRun), 0);
     }
     ASSERT_EQ((history.*phase.befor)(1), 0);
@@ -73,7 +72,7 @@ TEST(Phases, RecordsBecomeLinesOfTheirCategory) {
   EXPECT_EQ(history.HstyBeforMst(), 0);
   record(1, "master");
   EXPECT_EQ(history.HstyGetMst(), 0);
-  EXPECT_EQ(lines_of(history, kCategories[2], kRun), Lines({"1 レコード - master [ d ]"_sjis}));
+  EXPECT_EQ(lines_of(history, kCategories[2], kRun), Texts({"1 レコード - master [ d ]"_sjis}));
 }
 
 // A store of the application's that has so many records and tells what it is asked.

@@ -29,10 +29,10 @@ std::string read_all(const std::string& path) {
   return bytes.substr(0, got);
 }
 
-std::vector<std::string> names_of(const std::string& pattern) {
+Texts names_of(const std::string& pattern) {
   std::vector<FolderEntry> entries;
   EXPECT_TRUE(list_folder(pattern, entries).ok());
-  std::vector<std::string> names;
+  Texts names;
   for (const FolderEntry& entry : entries) names.push_back(entry.name);
   return names;
 }
@@ -141,7 +141,7 @@ TEST_F(Platform, NamesAreFoundInAnyCase) {
   EXPECT_TRUE(replace_file(folder_.at("SUB\\copy.txt"), folder_.at("SUB\\NEW.txt")).ok());
   EXPECT_TRUE(folder_.exists("Sub\\New.txt"));
   EXPECT_TRUE(delete_file(folder_.at("sub\\NEW.TXT")).ok());
-  EXPECT_EQ(names_of(folder_.at("sub\\*.txt")), std::vector<std::string>{"表計算ａ.Txt"_sjis});
+  EXPECT_EQ(names_of(folder_.at("sub\\*.txt")), Texts{"表計算ａ.Txt"_sjis});
 }
 
 TEST_F(Platform, HostilePathsTouchNothing) {
@@ -214,7 +214,7 @@ TEST_F(Platform, FoldersAndDeleting) {
 }
 
 TEST_F(Platform, SyncFiles) {
-  std::vector<std::string> paths;
+  Texts paths;
   for (int i = 0; i < 40; ++i) {
     const std::string name = "sub" + std::to_string(i % 3) + "\\" + std::to_string(i);
     folder_.write(name, name);

@@ -11,3 +11,4 @@
 #include "base/sjis_literal.h"
 
 using namespace tq::literals;
+using Texts = std::vector<std::string>;

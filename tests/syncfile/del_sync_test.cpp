@@ -30,13 +30,13 @@ void save_group(const char* master, const std::vector<const char*>& partners) {
 }
 
 // Member texts of the working group, with its type and title in front.
-std::vector<std::string> working_group(const TestHome& home) {
+Texts working_group(const TestHome& home) {
   CSyncFileCtl group;
   group.Open(home.at("group\\999.SYG").c_str(), "r");
   if (group.Read() < 0) return {"missing"};
   char title[TQ_TITLE_SIZE] = "";
   group.GetTitle(title);
-  std::vector<std::string> texts = {std::to_string(group.GetSyncType()) + title};
+  Texts texts = {std::to_string(group.GetSyncType()) + title};
   for (short i = 0; i < group.GetSyncFileCnt(); ++i) {
     Info info;
     group.GetSyncFileInfo(i, &info);
@@ -57,14 +57,12 @@ TEST(DelSync, CollectsEveryPartnerOfTheMasterOnce) {
     char path[TQ_PATH_SIZE] = "untouched";
     ASSERT_EQ(CreateDelSyncFile("master", path), 0);
     EXPECT_EQ(path, home.at("group\\999.SYG"));
-    EXPECT_EQ(working_group(home),
-              (std::vector<std::string>{kHead, "1000master", "3p1", "3p2", "3p4"}));
+    EXPECT_EQ(working_group(home), (Texts{kHead, "1000master", "3p1", "3p2", "3p4"}));
   }
   char path[TQ_PATH_SIZE] = "untouched";
   EXPECT_EQ(CreateDelSyncFile("nobody", path), 1);
   EXPECT_STREQ(path, "untouched");
-  EXPECT_EQ(working_group(home), (std::vector<std::string>{kHead}))
-      << "the earlier one is replaced";
+  EXPECT_EQ(working_group(home), (Texts{kHead})) << "the earlier one is replaced";
 }
 
 TEST(DelSync, EveryFailureIsToldAndTheNextCallRecovers) {
@@ -80,7 +78,7 @@ TEST(DelSync, EveryFailureIsToldAndTheNextCallRecovers) {
     EXPECT_TRUE(result == 0 || std::string(path) == "untouched");
     EXPECT_EQ(home.read("group\\000.SYG"), group);
     EXPECT_EQ(CreateDelSyncFile("master", path), 0);
-    EXPECT_EQ(working_group(home), (std::vector<std::string>{kHead, "1000master", "3p1"}));
+    EXPECT_EQ(working_group(home), (Texts{kHead, "1000master", "3p1"}));
     return hit;
   });
 }

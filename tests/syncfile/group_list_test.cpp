@@ -21,8 +21,8 @@ std::string save_group(const char* title) {
   return id;
 }
 
-std::vector<std::string> walk(CSyncFileCtl& listing) {
-  std::vector<std::string> found;
+Texts walk(CSyncFileCtl& listing) {
+  Texts found;
   Group grp;
   short pos = 0;
   while (listing.GetSyncGrpNext(&pos, &grp) == 0) {
@@ -31,18 +31,16 @@ std::vector<std::string> walk(CSyncFileCtl& listing) {
   return found;
 }
 
-using Walk = std::vector<std::string>;
-
 TEST(GroupListing, SortsByTitleAndKeepsPositions) {
   TestHome home;
   CSyncFileCtl listing;
   EXPECT_EQ(listing.GetSyncGrpInit(), 0);
-  EXPECT_EQ(walk(listing), Walk{});
+  EXPECT_EQ(walk(listing), Texts{});
   for (const char* title : {"b", "A", "a", "ソ"_sjis, "ぁ"_sjis}) save_group(title);
   home.write("group\\note.txt", "");
   home.make_folder("group\\folder.SYG");
   ASSERT_EQ(listing.GetSyncGrpInit(), 5);
-  EXPECT_EQ(walk(listing), (Walk{"A:1", "a:2", "b:0", "ぁ:4"_sjis, "ソ:3"_sjis}));
+  EXPECT_EQ(walk(listing), (Texts{"A:1", "a:2", "b:0", "ぁ:4"_sjis, "ソ:3"_sjis}));
 }
 
 TEST(GroupListing, UnstableOrderOfEqualTitlesIsKept) {
@@ -50,7 +48,8 @@ TEST(GroupListing, UnstableOrderOfEqualTitlesIsKept) {
   for (const char* title : {"b", "B", "a"}) save_group(title);
   CSyncFileCtl listing;
   ASSERT_EQ(listing.GetSyncGrpInit(), 3);
-  EXPECT_EQ(walk(listing), (Walk{"a:2", "B:1", "b:0"})) << "the first was swapped behind its equal";
+  EXPECT_EQ(walk(listing), (Texts{"a:2", "B:1", "b:0"}))
+      << "the first was swapped behind its equal";
 }
 
 TEST(GroupListing, DeletedGroupsGoAndOthersKeepTheirPosition) {
@@ -71,7 +70,7 @@ TEST(GroupListing, DeletedGroupsGoAndOthersKeepTheirPosition) {
   EXPECT_EQ(listing.DeleteSyncGrp(-1), 1);
   EXPECT_EQ(listing.GetSyncGrpInfo(3, &grp), 0) << "past the count, yet listed";
   EXPECT_STREQ(grp.title, "a");
-  EXPECT_EQ(walk(listing), (Walk{"c:1", "d:0"}));
+  EXPECT_EQ(walk(listing), (Texts{"c:1", "d:0"}));
   EXPECT_EQ(listing.DeleteSyncGrp(1), 0);
   EXPECT_FALSE(home.exists("group\\001.SYG"));
   EXPECT_TRUE(home.exists("member\\001\\keep.csv")) << "a folder that holds more stays";

@@ -19,8 +19,8 @@ struct SyncGroup : testing::Test {
     std::strcpy(info.memberText, text.c_str());
     ASSERT_EQ(AddSyncFileInfo(static_cast<short>(place), &info, group), 0);
   }
-  std::vector<std::string> texts() {
-    std::vector<std::string> all;
+  Texts texts() {
+    Texts all;
     Info info;
     for (short i = 0; GetSyncFileInfo(i, &info, group) == 0; ++i) all.emplace_back(info.memberText);
     return all;
@@ -67,7 +67,7 @@ TEST_F(SyncGroup, IdsAreGivenOutInTheOrderOfAdding) {
 
 // Below the last place a member goes before the one that is there, else to the end.
 TEST_F(SyncGroup, AgreesWithAVectorOverRandomSteps) {
-  std::vector<std::string> model;
+  Texts model;
   std::mt19937 random(11);
   for (int step = 0; step < 600; ++step) {
     const int count = static_cast<int>(model.size());

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <random>
 
+#include "platform/fault.h"
 #include "support/test.h"
 #include "support/zeros.h"
 #include "syncfld/model.h"
@@ -25,15 +26,16 @@ struct Member : tSYNC_INFO {
   std::string path_;
 };
 
-short add(CSyncFldCtl& fields, const std::string& path, short appNo, short second = 0) {
-  Member member(path, appNo, second);
+short add(CSyncFldCtl& fields, const FieldDatabase& db, const char* file, short appNo,
+          short second = 0) {
+  Member member(db.at(file), appNo, second);
   return static_cast<short>(fields.SyflAddFileInfo(&member));
 }
 
-void set_master(CSyncFldCtl& fields, const std::string& path) {
-  std::vector<unsigned char> text(path.begin(), path.end());
-  text.push_back('\0');
-  ASSERT_EQ(fields.SyflSetMstFileInfo(text.data()), 0);
+void set_master(CSyncFldCtl& fields, const FieldDatabase& db, const char* file) {
+  db.save();
+  const std::string path = db.at(file);
+  ASSERT_EQ(fields.SyflSetMstFileInfo(reinterpret_cast<const unsigned char*>(path.c_str())), 0);
 }
 
 // Ids that the rules speak of, their neighbours, and some that nothing knows.
@@ -53,19 +55,20 @@ std::vector<short> pick(std::mt19937& random, const std::vector<short>& ids, std
   return picked;
 }
 
-void fill(FakeDatabase& db, std::mt19937& random) {
-  const std::vector<short> ids = interesting_ids();
-  const std::string tables[] = {kAddress, "x" + kAddress + "y", "メモ"_sjis, ""};
+void fill(FieldDatabase& db, std::mt19937& random) {
+  std::vector<short> ids = interesting_ids();
+  std::erase_if(ids, [](short id) { return id < 0; });
+  const std::string tables[] = {kAddress, "x" + kAddress + "y", "メモ"_sjis};
   const short truths[] = {0, 0, 1, 2, -1};
   for (const short id : pick(random, ids, random() % 150)) {
-    db.fields.push_back({id, tables[random() % 8 < 6 ? random() % 2 : random() % 4],
+    if (db.find(id) != nullptr) continue;
+    db.fields.push_back({id, tables[random() % 8 < 6 ? random() % 2 : 2],
                          static_cast<short>(random() % 3 == 0 ? 10 : 1),
-                         static_cast<short>(random() % 8 == 0 ? -3 : 0), truths[random() % 5]});
+                         static_cast<short>(random() % 8 == 0 ? 3 : 0), truths[random() % 5]});
   }
-  db.yes = truths[2 + random() % 3];
   for (const char* name : {"a", "b", "c", "master"}) {
     for (const short id : pick(random, ids, random() % 150)) {
-      db.files[name].push_back({id, static_cast<short>(random() % 400 - 20)});
+      db.files[name].push_back({id, static_cast<short>(random() % 400)});
     }
   }
 }
@@ -145,14 +148,14 @@ TEST(FieldTables, LikeTheModel) {
   for (unsigned seed = 0; seed < 300; ++seed) {
     SCOPED_TRACE(seed);
     std::mt19937 random(seed);
-    FakeDatabase db;
+    FieldDatabase db;
     fill(db, random);
     if (seed % 20 == 0) db.fields.clear();
     CSyncFldCtl fields;
     fields.SyflCreateFileTbl(3);
     const short built_in = static_cast<short>(random() % 2);
     fields.SyflSetMode(built_in);
-    set_master(fields, "master");
+    set_master(fields, db, "master");
     ModelList main, second;
     model_master(db, "master", main, second);
     std::vector<ModelFile> models;
@@ -161,14 +164,12 @@ TEST(FieldTables, LikeTheModel) {
       models.push_back({db, built_in, {}, {}});
       models.back().build(name, appNo);
       // The second number stands for the application when the first is 0.
-      db.asked_as.clear();
       const bool second_number = appNo == 0 || random() % 2 == 0;
-      ASSERT_EQ(add(fields, name, second_number ? 0 : appNo, second_number ? appNo : 9),
+      ASSERT_EQ(add(fields, db, name, second_number ? 0 : appNo, second_number ? appNo : 9),
                 static_cast<short>(models.size() - 1));
-      for (const short asked : db.asked_as) ASSERT_EQ(asked, appNo);
     }
-    EXPECT_EQ(add(fields, "a", 1), -1) << "full";
-    EXPECT_EQ(db.open, 0);
+    EXPECT_EQ(add(fields, db, "a", 1), -1) << "full";
+    EXPECT_EQ(tq::platform::fault::open_handles(), 0);
     for (const short mode : Ids{0, 1, -5}) {
       fields.SyflSetMode(mode);
       for (short file = 0; file < 3; ++file) {
@@ -189,17 +190,18 @@ TEST(FieldTables, LikeTheModel) {
 }
 
 TEST(FieldTables, WhatIsNotThere) {
-  FakeDatabase db;
-  db.fields = {{31, kAddress, 1, 0, 0}, {999, "", 1, 9, 0}};
+  FieldDatabase db;
+  db.fields = {{31, kAddress, 1, 0, 0}, {999, "x", 1, 9, 0}};
   db.files["f"] = {{31, 4}};
+  db.save();
   CSyncFldCtl fields;
-  EXPECT_EQ(add(fields, "f", 1), -1) << "no table yet";
+  EXPECT_EQ(add(fields, db, "f", 1), -1) << "no table yet";
   EXPECT_EQ(fields.SykyIsKeiFldID(31), 1) << "no groups yet: fields without one belong to them";
   fields.SyflCreateFileTbl(2);
   EXPECT_EQ(fields.SyflAddFileInfo(nullptr), -1);
-  ASSERT_EQ(add(fields, "missing", 1), 0);
+  ASSERT_EQ(add(fields, db, "missing", 1), 0);
   EXPECT_EQ(fields.SyflGetFldCnt(0), 0) << "without a field file not even special fields";
-  ASSERT_EQ(add(fields, "f", 1000), 1);
+  ASSERT_EQ(add(fields, db, "f", 1000), 1);
   EXPECT_EQ(fields.SyflGetDataIdS(1, 31), 4);
   EXPECT_EQ(fields.SyflGetDataId(1, 31), 99) << "a master's places are those of compare groups";
   EXPECT_EQ(fields.SyflGetDataId(1, 0), 3);
@@ -212,18 +214,18 @@ TEST(FieldTables, WhatIsNotThere) {
              fields.SyflGetDataId(file, 31), fields.SyflGetExtGrpFldIdOrg(file, 31)}),
         (Ids{-1, -1, 0, 1, 0, -1, -1}));
   }
-  set_master(fields, "missing");
+  set_master(fields, db, "missing");
   EXPECT_EQ(fields.SyflGetMstFldCntMax(), 0);
   EXPECT_EQ(fields.SykyIsKeiFldID(31), 0);
   EXPECT_EQ(fields.SykyIsKeiFldID(595), 1);
   EXPECT_EQ(fields.SykyIsKeiFldID(601), 1);
   fields.SyflFreeFileTbl();
   EXPECT_EQ(fields.SyflGetFldCnt(0), -1);
-  EXPECT_EQ(add(fields, "f", 1), -1);
+  EXPECT_EQ(add(fields, db, "f", 1), -1);
 }
 
 TEST(Walks, GroupsTypesAndHostileStates) {
-  FakeDatabase db;
+  FieldDatabase db;
   for (const short id : Ids{242, 246, 247, 512, 593, 594, 595}) {
     db.fields.push_back({id, id == 594 ? "x" : kAddress, 1, 0, 0});
     db.files["master"].push_back({id, 0});
@@ -231,11 +233,11 @@ TEST(Walks, GroupsTypesAndHostileStates) {
   CSyncFldCtl fields;
   tSYNC_MSCH early{};
   EXPECT_EQ(fields.SykyGetMugenGrpNext(6, &early), -1) << "no master yet";
-  set_master(fields, "master");
+  set_master(fields, db, "master");
   EXPECT_EQ(walk(fields, 6), (std::vector<short>{512, 593, 595})) << "a hidden one is passed over";
   EXPECT_EQ(walk(fields, 3), (std::vector<short>{242})) << "the others are of its type";
   db.files["master"].erase(db.files["master"].begin());
-  set_master(fields, "master");
+  set_master(fields, db, "master");
   EXPECT_EQ(walk(fields, 3), (std::vector<short>{246})) << "a linked field serves as well";
 
   std::vector<short> linked;
@@ -269,7 +271,6 @@ TEST(Walks, GroupsTypesAndHostileStates) {
 }
 
 TEST(Handles, OfFieldTables) {
-  FakeDatabase db;
   std::vector<int32_t> handles;
   for (int i = 0; i < 10; ++i) handles.push_back(CreateSyflCtl());
   EXPECT_EQ(handles.back(), 10);

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "base/sjis_literal.h"
-#include "syncfld/fake_database.h"
+#include "syncfld/field_database.h"
 #include "syncfld/field_tables.h"
 
 namespace tq::test {
@@ -56,7 +56,7 @@ inline const ModelField* model_find(const ModelList& list, short fldId) {
 inline bool is_system(short fldId) { return (fldId >= 970 && fldId <= 974) || fldId == 999; }
 
 struct ModelFile {
-  const FakeDatabase& db;
+  const FieldDatabase& db;
   short mode;  // in which it is built
   ModelList main, second;
 
@@ -65,7 +65,7 @@ struct ModelFile {
   }
 
   void add(short fldId, short special, bool both) {
-    const FakeField* definition = db.find(fldId);
+    const DatabaseField* definition = db.find(fldId);
     const std::string table = definition == nullptr ? "" : definition->table;
     main.push_back({fldId, table, special, model_type(fldId)});
     if (both) second.push_back({fldId, "シンクロ２"_sjis, special, model_type(fldId)});
@@ -111,14 +111,13 @@ struct ModelFile {
     if (file == db.files.end()) return;
     const auto listed = [&](short fldId) {
       return std::any_of(file->second.begin(), file->second.end(),
-                         [&](const FakeRecord& record) { return record.fldId == fldId; });
+                         [&](const FieldRecord& record) { return record.fldId == fldId; });
     };
-    for (const FakeField& field : db.fields) {
-      const FakeField& first = *db.find(field.fldId);
-      const bool ours = field.table.find("住所録"_sjis) != std::string::npos && first.hidden == 0;
+    for (const DatabaseField& field : db.fields) {
+      const bool ours = field.table.find("住所録"_sjis) != std::string::npos && field.hidden == 0;
       if (!is_system(field.fldId) && !(listed(field.fldId) && ours)) continue;
       main.push_back({field.fldId, field.table, 0, model_type(field.fldId)});
-      if (first.second != 0) {
+      if (field.second != 0) {
         second.push_back({field.fldId, "シンクロ２"_sjis, 0, model_type(field.fldId)});
       }
     }
@@ -135,7 +134,7 @@ struct ModelFile {
     if (app == 47 || app == 46) add_readings();
     for (ModelList* list : {&main, &second}) {
       for (ModelField& field : *list) {
-        for (const FakeRecord& record : file->second) {
+        for (const FieldRecord& record : file->second) {
           if (record.fldId != field.fldId) continue;
           field.dataId = record.dataId;
           break;
@@ -170,14 +169,14 @@ inline short model_data_id(const ModelList& list, short fldId) {
 }
 
 // The master's lists: visible fields first, hidden ones behind them.
-inline void model_master(const FakeDatabase& db, const std::string& path, ModelList& main,
+inline void model_master(const FieldDatabase& db, const std::string& path, ModelList& main,
                          ModelList& second) {
   const auto file = db.files.find(path);
   if (file == db.files.end()) return;
-  for (const FakeRecord& record : file->second) {
-    const FakeField* field = db.find(record.fldId);
-    const FakeField none;
-    const FakeField& known = field == nullptr ? none : *field;
+  for (const FieldRecord& record : file->second) {
+    const DatabaseField* field = db.find(record.fldId);
+    const DatabaseField none;
+    const DatabaseField& known = field == nullptr ? none : *field;
     const bool shown = is_system(record.fldId) ||
                        (known.table.find("住所録"_sjis) != std::string::npos && known.hidden == 0);
     ModelField added{record.fldId, known.table, 0, model_type(record.fldId)};

@@ -134,8 +134,8 @@ TEST(Shipped, FieldDefinitionsAreThoseOfThePage) {
 }
 
 // The paths of all shipped formats.
-std::vector<std::string> shipped_formats() {
-  std::vector<std::string> paths;
+Texts shipped_formats() {
+  Texts paths;
   char path[TQ_PATH_SIZE];
   int32_t list = GetCsvFldInfoInit1();
   while (GetCsvFldInfoNext1(nullptr, nullptr, nullptr, path, list) == 0) paths.emplace_back(path);
@@ -152,7 +152,7 @@ TEST(Shipped, FormatsMapOntoTheMasterAndOfferTheirKeys) {
   const int32_t list = GetCsvFldInfoInit3();
   ASSERT_EQ(GetCsvFldInfoNext3(nullptr, nullptr, master, list), 0);
   EXPECT_EQ(GetCsvFldInfoEnd(list), 0);
-  const std::vector<std::string> paths = shipped_formats();
+  const Texts paths = shipped_formats();
   EXPECT_GE(paths.size(), 5U);
   CSyncFldCtl fields;
   fields.SyflCreateFileTbl(static_cast<short>(paths.size()));

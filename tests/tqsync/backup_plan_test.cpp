@@ -36,7 +36,7 @@ TEST(BackupPlan, CopiesLieInTheFolderOfABackup) {
 }
 
 TEST(BackupPlan, PlacesBelowAFolderNeverMeet) {
-  const std::tuple<const char*, std::vector<std::string>, std::vector<std::string>> cases[] = {
+  const std::tuple<const char*, Texts, Texts> cases[] = {
       {"one file", {"/a/b/c.csv"}, {"/to/c.csv"}},
       {"one folder", {"/a/b/c.csv", "/a/b/d.csv"}, {"/to/c.csv", "/to/d.csv"}},
       {"the same name twice", {"/a/b/x", "/a/c/x"}, {"/to/b/x", "/to/c/x"}},
@@ -47,7 +47,7 @@ TEST(BackupPlan, PlacesBelowAFolderNeverMeet) {
   };
   for (const auto& [why, paths, wanted] : cases) {
     SCOPED_TRACE(why);
-    std::vector<std::string> places = places_below("/to", paths);
+    Texts places = places_below("/to", paths);
     for (std::string& place : places) std::ranges::replace(place, '\\', '/');
     EXPECT_EQ(places, wanted);
   }

@@ -14,8 +14,6 @@
 namespace tqsync {
 namespace {
 
-using Keys = std::vector<std::string>;
-
 TEST(Normalize, NamesThatAreTheSame) {
   const std::tuple<const char*, std::string, std::string, bool, bool> rows[] = {
       {"spaces of any kind", "山田 太郎", "山田　太郎", true, true},
@@ -45,7 +43,7 @@ TEST(Normalize, NamesThatAreTheSame) {
 }
 
 TEST(Normalize, Telephones) {
-  const std::tuple<const char*, std::string, Keys> rows[] = {
+  const std::tuple<const char*, std::string, Texts> rows[] = {
       {"hyphens", "03-0123-4567", {"0301234567"}},
       {"full width, brackets, a long vowel for a hyphen",
        "０３（０１２３）４５ー６７",
@@ -72,9 +70,9 @@ TEST(Normalize, Telephones) {
 
 TEST(Normalize, Mails) {
   EXPECT_EQ(mail_keys("Taro <Taro.Y@Example.JP>; ｊｉｒｏ＠example.com"),
-            (Keys{"jiro@example.com", "taro.y@example.jp"}));
-  EXPECT_EQ(mail_keys("mailto:a@b,a@b"), Keys{"a@b"});
-  EXPECT_EQ(mail_keys("@b a@ a@@b a@b@c none"), Keys{});
+            (Texts{"jiro@example.com", "taro.y@example.jp"}));
+  EXPECT_EQ(mail_keys("mailto:a@b,a@b"), Texts{"a@b"});
+  EXPECT_EQ(mail_keys("@b a@ a@@b a@b@c none"), Texts{});
 }
 
 TEST(Normalize, Addresses) {
@@ -120,8 +118,8 @@ TEST(People, AreReadByTheHeadings) {
   EXPECT_EQ(people[0].name, "髙橋 一郎");
   EXPECT_EQ(people[0].common_key, "高橋一郎");
   EXPECT_EQ(people[0].reading, "タカハシイチロウ");
-  EXPECT_EQ(people[0].phones, Keys{"09001234567"}) << "fax numbers say nothing about a person";
-  EXPECT_EQ(people[0].mails, (Keys{"a@example.jp", "b@example.jp"}));
+  EXPECT_EQ(people[0].phones, Texts{"09001234567"}) << "fax numbers say nothing about a person";
+  EXPECT_EQ(people[0].mails, (Texts{"a@example.jp", "b@example.jp"}));
   EXPECT_EQ(people[1].name, "見本商事");
   EXPECT_FALSE(people[2].comparable());
   EXPECT_EQ(people[3].copy_of, 2u);

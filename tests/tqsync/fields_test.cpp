@@ -10,8 +10,6 @@
 namespace tqsync {
 namespace {
 
-using Headings = std::vector<std::string>;
-
 // "column>field " of each column that has one.
 std::string text_of(const std::vector<FormatColumn>& fields) {
   std::string text;
@@ -28,13 +26,13 @@ Format format(short application, std::vector<FormatColumn> fields) {
   return format;
 }
 
-TEST(Headings, TheBestFormatFirstThenTheOthers) {
+TEST(Texts, TheBestFormatFirstThenTheOthers) {
   const Format formats[] = {
       format(1, {{5, 0, "氏名"}, {42, 1, "電話"}, {48, 2, "電話"}, {35, 3, "住所"}}),
       format(2, {{5, 0, "氏名"}, {512, 1, "電話"}}),
       format(3, {{246, 4, "E-mail"}, {5, 0, "Name"}, {247, 0, "E-mail"}, {248, 2, ""}})};
   // `format`: 0 for none
-  const std::tuple<const char*, Headings, short, short, std::string> rows[] = {
+  const std::tuple<const char*, Texts, short, short, std::string> rows[] = {
       {"most headings", {"住所", "氏名", "電話"}, 0, 1, "0>35 1>5 2>42 "},
       {"as many: the smaller format", {"電話", "氏名"}, 0, 2, "0>512 1>5 "},
       {"a heading twice", {"電話", "氏名", "電話", "電話"}, 0, 1, "0>42 1>5 2>48 3>512 "},
@@ -61,7 +59,7 @@ TEST(FieldMap, ShippedFormatsFindTheirOwnHeadings) {
   tq::test::DefinitionHome home;
   for (const Format& known : known_formats()) {
     SCOPED_TRACE(known.name);
-    Headings headings;
+    Texts headings;
     for (const FormatColumn& field : known.fields) {
       headings.resize(std::max(headings.size(), field.column + 1), "?");
       headings[field.column] = field.heading;
@@ -71,7 +69,7 @@ TEST(FieldMap, ShippedFormatsFindTheirOwnHeadings) {
     EXPECT_EQ(by_headings.application(), known.application);
     const FieldMap of_file(known);
     EXPECT_EQ(text_of(by_headings.fields()), text_of(of_file.fields()));
-    const Headings strange(headings.size(), "?");
+    const Texts strange(headings.size(), "?");
     const FieldMap by_place(strange, known.application);
     EXPECT_TRUE(by_place.by_place());
     for (const FormatColumn& field : known.fields) {

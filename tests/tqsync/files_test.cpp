@@ -13,7 +13,7 @@ namespace {
 using namespace std::string_literals;
 using enum Encoding;
 
-using Cells = std::vector<std::vector<std::string>>;
+using Cells = std::vector<Texts>;
 
 TEST(Csv, RowsAndCells) {
   const std::tuple<const char*, std::string, Cells, std::vector<std::size_t>> rows[] = {
@@ -95,10 +95,9 @@ TEST(AddressFiles, FaultsNameFileLineAndCure) {
 TEST(AddressFiles, RowsAreMadeAsLongAsTheHeadings) {
   const AddressFile file = parse_address_file("x.csv", "a,b,c\n1\n,,\n1,2,3,,\n", kDetect);
   ASSERT_EQ(file.rows.size(), 2u) << "a row of nothing but commas is none";
-  EXPECT_EQ(file.rows[0].cells, (std::vector<std::string>{"1", "", ""}));
-  EXPECT_EQ(file.rows[1].cells, (std::vector<std::string>{"1", "2", "3"}));
-  EXPECT_EQ(file.warnings, std::vector<std::string>{
-                               "x.csv, line 2: only 1 cell under 3 headings, the rest is empty"});
+  EXPECT_EQ(file.rows[0].cells, (Texts{"1", "", ""}));
+  EXPECT_EQ(file.rows[1].cells, (Texts{"1", "2", "3"}));
+  EXPECT_EQ(file.warnings, Texts{"x.csv, line 2: only 1 cell under 3 headings, the rest is empty"});
 }
 
 }  // namespace

@@ -14,7 +14,6 @@
 namespace {
 
 using namespace tqsync;
-using Texts = std::vector<std::string>;
 
 std::vector<AddressFile> files_of(const Texts& csv) {
   std::vector<AddressFile> files;
