@@ -18,9 +18,14 @@ constexpr std::size_t kGroupIdMax = 3;
 
 // Decimal values split at ','; how many there were, at most `count`.
 int read_flags(std::string_view line, short* flags, int count) {
+  int taken = 0;
+  // Nearly every flag is a digit and a comma.
+  while (taken < count && line.size() >= 2 && line[0] >= '0' && line[0] <= '9' && line[1] == ',') {
+    flags[taken++] = static_cast<short>(line[0] - '0');
+    line.remove_prefix(2);
+  }
   Tokens tokens(line);
   std::string_view token;
-  int taken = 0;
   while (taken < count && tokens.next(',', token)) flags[taken++] = decimal16(token);
   return taken;
 }
@@ -59,12 +64,15 @@ void append_number(std::string& out, int number) {
   out.append(digits, std::to_chars(digits, std::end(digits), number).ptr);
 }
 
-void append_flags(std::string& out, const short* flags, int count) {
-  for (int i = 0; i < count; ++i) {
-    append_number(out, flags[i]);
-    out += ',';
+void append_flags(std::string& out, const short (&flags)[TQ_FLG_COUNT]) {
+  char line[TQ_FLG_COUNT * std::size("-32768,") + 1];
+  char* end = line;
+  for (const short flag : flags) {
+    end = std::to_chars(end, std::end(line), flag).ptr;
+    *end++ = ',';
   }
-  out += '\n';
+  *end++ = '\n';
+  out.append(line, end);
 }
 
 void append_header(std::string& out, const tSYNC_GRP2& group, int count) {
@@ -73,7 +81,7 @@ void append_header(std::string& out, const tSYNC_GRP2& group, int count) {
   append_line(out, view(group.id));
   append_line(out, view(group.title));
   append_line(out, view(group.memo));
-  append_flags(out, group.syncFlg, TQ_FLG_COUNT);
+  append_flags(out, group.syncFlg);
   append_number(out, count);
   out += '\n';
 }
@@ -84,7 +92,7 @@ void append_member(std::string& out, const tSYNC_FILE& member) {
   append_number(out, member.appType2);
   out += ',';
   append_line(out, view(member.fileId));
-  append_flags(out, member.trFlg, TQ_FLG_COUNT);
+  append_flags(out, member.trFlg);
   append_line(out, view(member.memberText));
   append_line(out, view(member.fldFile));
   append_line(out, view(member.tmpFileO));
