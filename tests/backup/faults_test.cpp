@@ -26,33 +26,26 @@ struct InMemory {
   tq::test::ScopedVariable posix{"TMPDIR", folder()}, windows{"TMP", folder()};
 };
 
-// Three backups of kind 1 with one file and a whole folder each, and one of kind 0; the user's
-// files have changed since.
-void prepare(BackupHost& host) {
-  for (int i = 0; i < 3; ++i) {
-    host.write("u\\a", "a" + std::to_string(i));
-    host.write("u\\b", "b" + std::to_string(i));
-    host.write("f\\x\\c", "c" + std::to_string(i));
-    ASSERT_EQ(host.back_up(1, {{3, "", {"u\\a", "u\\b"}}, {64, host.at("f"), {"f\\x\\c"}}}), 0);
-    host.set_time("0000" + std::to_string(i), "200" + std::to_string(i) + ",1,1,1,1,1,1");
-  }
-  ASSERT_EQ(host.back_up(0, {{3, "", {"u\\a"}}}), 0);
-  host.write("u\\a", "now");
-}
-
 const Texts kPrepared = {"00000", "00001", "00002", "00003"};
 
-// A host that is prepared again and again: once for real, then from a copy of its files.
-class Prepared {
- public:
+// Three backups of kind 1 with one file and a whole folder each, and one of kind 0; the user's
+// files have changed since. Made once for real, then again and again from a copy of its files.
+struct Prepared {
   Prepared() {
-    prepare(host);
-    copy(host, copy_);
+    for (int i = 0; i < 3; ++i) {
+      host.write("u\\a", "a" + std::to_string(i));
+      host.write("u\\b", "b" + std::to_string(i));
+      host.write("f\\x\\c", "c" + std::to_string(i));
+      host.back_up(1, {{3, "", {"u\\a", "u\\b"}}, {64, host.at("f"), {"f\\x\\c"}}});
+      host.set_time("0000" + std::to_string(i), "200" + std::to_string(i) + ",1,1,1,1,1,1");
+    }
+    host.back_up(0, {{3, "", {"u\\a"}}});
+    host.write("u\\a", "now");
+    refill(host, copy);
   }
-  void again() { copy(copy_, host); }
+  void again() { refill(copy, host); }
 
- private:
-  static void copy(const tq::test::TestFolder& from, const tq::test::TestFolder& to) {
+  static void refill(const tq::test::TestFolder& from, const tq::test::TestFolder& to) {
     for (const char* name : {"u", "f", "data", "backup"}) {
       to.remove(name);
       std::filesystem::copy(from.native(name), to.native(name),
@@ -60,13 +53,9 @@ class Prepared {
     }
   }
 
-  InMemory in_memory_;
-
- public:
+  InMemory in_memory;
   BackupHost host;
-
- private:
-  tq::test::TestFolder copy_;
+  tq::test::TestFolder copy;
 };
 
 struct Operation {
@@ -126,6 +115,7 @@ TEST(BackupFaults, NothingThatCouldBeRestoredIsLost) {
   Prepared prepared;
   BackupHost& host = prepared.host;
   const auto before = host.restorable();
+  ASSERT_EQ(before.size(), kPrepared.size());
   int failed = 0, lost = 0;
   for (const Operation& operation : kOperations) {
     for (const auto kind : {fault::Kind::kFail, fault::Kind::kDiskFull, fault::Kind::kCrash}) {
