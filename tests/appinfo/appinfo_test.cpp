@@ -7,8 +7,6 @@
 
 namespace {
 
-using tq::test::DefinitionHome;
-
 struct Registry : DefinitionHome {
   ~Registry() { CAppInfoCtl::FreeAppInfo(); }
   short read(const std::string& bytes) const {

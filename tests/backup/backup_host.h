@@ -79,6 +79,3 @@ class BackupHost : public TestHome {
 };
 
 }  // namespace tq::test
-
-using tq::test::BackupHost;
-using tq::test::bytes;

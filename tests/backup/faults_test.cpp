@@ -23,7 +23,7 @@ struct InMemory {
     }
     return std::filesystem::temp_directory_path().string();
   }
-  tq::test::ScopedVariable posix{"TMPDIR", folder()}, windows{"TMP", folder()};
+  ScopedVariable posix{"TMPDIR", folder()}, windows{"TMP", folder()};
 };
 
 const Texts kPrepared = {"00000", "00001", "00002", "00003"};
@@ -45,7 +45,7 @@ struct Prepared {
   }
   void again() { refill(copy, host); }
 
-  static void refill(const tq::test::TestFolder& from, const tq::test::TestFolder& to) {
+  static void refill(const TestFolder& from, const TestFolder& to) {
     for (const char* name : {"u", "f", "data", "backup"}) {
       to.remove(name);
       std::filesystem::copy(from.native(name), to.native(name),
@@ -55,7 +55,7 @@ struct Prepared {
 
   InMemory in_memory;
   BackupHost host;
-  tq::test::TestFolder copy;
+  TestFolder copy;
 };
 
 struct Operation {

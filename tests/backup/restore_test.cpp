@@ -36,7 +36,7 @@ TEST(Restore, DamageRestoreAndUndo) {
   platform::FileTimes times;
   ASSERT_TRUE(platform::file_times(book, times).ok());
   EXPECT_EQ(times.written, old.written);
-  if (!tq::test::under_wine()) {
+  if (!under_wine()) {
     EXPECT_EQ(times.created, old.created);
   }
   EXPECT_EQ(platform::attributes(book), hidden);
@@ -277,7 +277,7 @@ TEST(Restore, ACopyThatIsMissingOrShortIsFoundBeforeAnythingIsChanged) {
     ASSERT_EQ(host.back_up(0, {{3, "", {"a"}}, {3, "", {"b"}}}), 0);
     CBackUpCtl object;
     for (const auto& entry : std::filesystem::directory_iterator(host.native("backup\\00000"))) {
-      const auto content = tq::test::read_file(entry.path());
+      const auto content = read_file(entry.path());
       if (content == "b1" && missing) std::filesystem::remove(entry.path());
       if (content == "b1" && !missing) std::filesystem::resize_file(entry.path(), 1);
     }

@@ -258,14 +258,16 @@ TEST(BackupHistory, ADescriptionCannotBreakIt) {
   BackupHost host;
   host.write("a", "a");
   ASSERT_EQ(host.back_up(0, {{1, "", {"a"}}}, ";not\na comment"), 0);
-  ASSERT_EQ(host.back_up(0, {{1, "", {"a"}}}, "説"_sjis + std::string(200, 'x') + "\n"), 0);
-  CBackUpCtl list;
-  ASSERT_EQ(list.ReadBackUpFileList(0), 2);
-  unsigned char info[TQ_BKUP_INFO_SIZE];
-  ASSERT_EQ(list.GetBackUpFileListNext(nullptr, nullptr, nullptr, info, nullptr), 0);
-  EXPECT_STREQ(reinterpret_cast<char*>(info), " ;not a comment");
-  ASSERT_EQ(list.GetBackUpFileListNext(nullptr, nullptr, nullptr, info, nullptr), 0);
-  EXPECT_EQ(std::string(reinterpret_cast<char*>(info)), "説"_sjis + std::string(126, 'x'));
+  ASSERT_EQ(host.back_up(1, {{1, "", {"a"}}}, "説"_sjis + std::string(200, 'x') + "\n"), 0);
+  int32_t count = 0;
+  const int32_t list = tqOpenBackUpFileList(-1, &count);
+  for (const std::string& kept :
+       {std::string(" ;not a comment"), "説"_sjis + std::string(126, 'x')}) {
+    char info[TQ_BKUP_INFO_SIZE];
+    EXPECT_EQ(tqGetBackUpFileListNext(list, nullptr, nullptr, nullptr, info, nullptr), 0);
+    EXPECT_EQ(info, kept);
+  }
+  tqCloseBackUpFileList(list);
 }
 
 TEST(BackupList, SortsByKindThenNewestFirst) {
@@ -309,8 +311,8 @@ TEST(BackupFlat, HandlesAndTheirValues) {
   BackupHost host;
   host.write("a.dat", "abc");
   for (const int32_t dead : {0, 1, 21, -1}) {
-    tq::test::expect_answers(dead, short{1}, tqStartBackUp, tqRenewalBackUp, tqRestoreFileSet,
-                             tqRestoreFileStart);
+    expect_answers(dead, short{1}, tqStartBackUp, tqRenewalBackUp, tqRestoreFileSet,
+                   tqRestoreFileStart);
     EXPECT_EQ(tqSetBackUpInfo(dead, "x"), 1);
     EXPECT_EQ(tqGetBackUpFileGrpInit(dead, "00000"), 1);
   }

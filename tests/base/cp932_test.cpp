@@ -20,7 +20,7 @@ std::string bytes_of(int first, int second) {
 }
 
 TEST(CodePage, EveryCodeIsTheSystemsCharacter) {
-  const tq::test::SystemCodePage system;
+  const SystemCodePage system;
   if (!system.usable()) GTEST_SKIP() << "the C library has no tables for code page 932";
   // Bytes that are no characters, kept through a round trip; the system may refuse them.
   const std::string_view kOurOwn = "\x80\xA0\xFD\xFE\xFF";
@@ -40,7 +40,7 @@ TEST(CodePage, EveryCodeIsTheSystemsCharacter) {
 }
 
 TEST(CodePage, EveryCharacterHasTheSystemsCode) {
-  const tq::test::SystemCodePage system;
+  const SystemCodePage system;
   if (!system.usable()) GTEST_SKIP() << "the C library has no tables for code page 932";
   // The C library also takes spellings of other code pages, which do not come back.
   const std::u16string_view kForeign = u"\u00A2\u00A3\u00A5\u00AC\u2014\u2016\u203E\u2212\u301C";

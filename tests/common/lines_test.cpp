@@ -2,11 +2,10 @@
 #include "common/lines.h"
 
 #include "support/test.h"
-#include "support/test_folder.h"
 
 namespace {
 
-Texts lines_of(const tq::test::TestFolder& folder, std::size_t buffer, bool data) {
+Texts lines_of(const TestFolder& folder, std::size_t buffer, bool data) {
   tq::LineReader reader(buffer);
   EXPECT_TRUE(reader.open(folder.at("f")).ok());
   Texts lines;
@@ -30,20 +29,20 @@ TEST(LineReader, LineEndsLimitsAndComments) {
   };
   for (const auto& [why, bytes, lines] : cases) {
     SCOPED_TRACE(why);
-    tq::test::TestFolder folder;
+    TestFolder folder;
     folder.write("f", bytes);
     EXPECT_EQ(lines_of(folder, 5, false), lines);
   }
 }
 
 TEST(LineReader, CommentsArePassedOver) {
-  tq::test::TestFolder folder;
+  TestFolder folder;
   folder.write("f", ";x\na\n ;b\n;\n\nc;");
   EXPECT_EQ(lines_of(folder, 100, true), (Texts{"a", " ;b", "", "c;"}));
 }
 
 TEST(LineReader, LongFilesComeWholeWhateverTheReadSizes) {
-  tq::test::TestFolder folder;
+  TestFolder folder;
   std::string bytes;
   Texts expected;
   for (int i = 0; i < 3000; ++i) {

@@ -4,11 +4,8 @@
 
 #include "support/faults.h"
 #include "support/test.h"
-#include "support/test_folder.h"
 
 namespace {
-
-namespace fault = tq::platform::fault;
 
 // Its second byte is 0x5C, the backslash.
 const std::string kHyo = "表"_sjis;
@@ -64,7 +61,7 @@ TEST(LiesIn, OnlyDirectChildrenCount) {
 }
 
 TEST(MakeFolderTree, MakesWhatIsMissing) {
-  tq::test::TestFolder folder;
+  TestFolder folder;
   EXPECT_EQ(tq::MakeFolderTree(folder.at("a\\" + kHyo + "\\c\\")), 0);
   EXPECT_TRUE(folder.exists("a\\" + kHyo + "\\c"));
   EXPECT_EQ(tq::MakeFolderTree(folder.at("a\\" + kHyo + "\\c")), 0) << "there already";
@@ -76,7 +73,7 @@ TEST(MakeFolderTree, MakesWhatIsMissing) {
 }
 
 TEST(CountUniqueName, TakesTheFirstFreeNumber) {
-  tq::test::TestFolder folder;
+  TestFolder folder;
   folder.write("abc00000.tmp", "");
   folder.write("abc00002.tmp", "");
   std::string path;
@@ -87,8 +84,8 @@ TEST(CountUniqueName, TakesTheFirstFreeNumber) {
 
 TEST(ReplaceContent, EveryFailureLeavesTheOldFileOrTheNew) {
   using Kind = fault::Kind;
-  tq::test::each_fault({Kind::kFail, Kind::kDiskFull, Kind::kCrash}, [](int nth, Kind kind) {
-    tq::test::TestFolder folder;
+  each_fault({Kind::kFail, Kind::kDiskFull, Kind::kCrash}, [](int nth, Kind kind) {
+    TestFolder folder;
     folder.write("target", "old");
     const fault::FailNth failing(nth, kind);
     const bool ok = tq::replace_content(folder.at("target"), std::string(5000, 'n')).ok();

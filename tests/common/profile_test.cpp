@@ -2,12 +2,11 @@
 #include "common/profile.h"
 
 #include "support/test.h"
-#include "support/test_folder.h"
 
 namespace {
 
 TEST(Profile, ReadsAsThePlatformsOwnReaderDoes) {
-  tq::test::TestFolder folder;
+  TestFolder folder;
   folder.write("f.ini",
                "stray=1\r\n; comment\r\n[Other]\r\nkey=other\r\n[ Main ]\r\nKey = value one \r\n"
                "quoted=\"  kept  \"\r\nnumber=-9x\r\nempty=\r\nkey=second\r\n");
@@ -39,7 +38,7 @@ TEST(Profile, ChangesOneLineAndKeepsTheRest) {
   };
   for (const auto& [why, before, after] : cases) {
     SCOPED_TRACE(why);
-    tq::test::TestFolder folder;
+    TestFolder folder;
     folder.write("f.ini", before);
     tq::Profile profile;
     ASSERT_TRUE(profile.load(folder.at("f.ini")).ok());

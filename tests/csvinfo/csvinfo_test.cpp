@@ -7,8 +7,6 @@
 
 namespace {
 
-using tq::test::DefinitionHome;
-
 std::string field_file(int number, int number2) {
   return "FLD:" + std::to_string(number) + "," + std::to_string(number2) + "\nt\nc\n1,0,x\n";
 }
@@ -100,8 +98,8 @@ TEST(CsvInfo, HandlesAndMissingFolders) {
   EXPECT_EQ(GetCsvFldInfoEnd(two), 0);
   EXPECT_EQ(GetCsvFldInfoEnd(0), 1);
   for (const int32_t dead : {0, 1, 99}) {
-    tq::test::expect_answers(dead, -1, GetCsvFldInfoNext1, GetCsvFldInfoNext2, GetCsvFldInfoNext3,
-                             GetCsvFldInfo1);
+    expect_answers(dead, -1, GetCsvFldInfoNext1, GetCsvFldInfoNext2, GetCsvFldInfoNext3,
+                   GetCsvFldInfo1);
   }
   EXPECT_FALSE(home.exists("none")) << "asking makes no folder";
 }

@@ -2,14 +2,10 @@
 // what a choice does to the groups.
 #include "ctd/record_table.h"
 #include "support/faults.h"
-#include "support/home.h"
 #include "support/test.h"
 #include "tqutil/ctd.h"
 
 namespace {
-
-using namespace tq::test;
-namespace fault = tq::platform::fault;
 
 const char* const kCtdFile = "work\\~CTDINFO.TMP";
 const char* const kMrgFile = "work\\~MRGINFO.TMP";

@@ -68,7 +68,7 @@ class ModelRun {
   }
 
   tq::CandidateGroups real;
-  tq::test::LiteralGroups plain;
+  LiteralGroups plain;
   bool starve = false;  // every operation is short of memory first
   int failures = 0;
 

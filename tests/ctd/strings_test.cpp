@@ -3,14 +3,11 @@
 #include <map>
 
 #include "ctd/record_table.h"
-#include "support/home.h"
 #include "support/own_siblings.h"
 #include "support/test.h"
 #include "tqutil/syncfld.h"
 
 namespace {
-
-using namespace tq::test;
 
 std::string shown(CCtdCtl& ctd, int32_t record, int32_t field) {
   std::string text(TQ_CTD_TEXT_SIZE, 'x');
@@ -154,7 +151,7 @@ short TQ_CALL convert(void*, const char* text, short group, short data, short ma
 
 TEST(ShownTexts, AddressFieldsAreConverted) {
   TestHome home;
-  tq::test::OwnSiblings own(nullptr);
+  OwnSiblings own(nullptr);
   own.adrconv.AdrConvIsConvField = [](void*, short id) { return short{id == 87 || id == 242}; };
   own.adrconv.AdrConvConvert = convert;
   own.install();

@@ -2,19 +2,13 @@
 // disk fails.
 #include "tqutil/history.h"
 
-#include <algorithm>
-
 #include "history/categories.h"
 #include "support/faults.h"
-#include "support/home.h"
 #include "support/own_siblings.h"
 #include "support/test.h"
 #include "support/zeros.h"
 
 namespace {
-
-using namespace tq::test;
-namespace fault = tq::platform::fault;
 
 constexpr short kRun = -1;
 
@@ -143,7 +137,7 @@ TEST(History, ManyLinesOutgrowWhatIsGathered) {
 TEST(History, WithoutAWorkFolderNamesAreCounted) {
   TestHome home;
   std::string gone = home.at("gone");
-  tq::test::OwnSiblings siblings(gone.data());
+  OwnSiblings siblings(gone.data());
   siblings.fldcom.FldComGetWorkFolder = [](void* context, char* folder) {
     std::snprintf(folder, TQ_PATH_SIZE, "%s", static_cast<const char*>(context));
   };
@@ -204,8 +198,8 @@ TEST(HistoryHandles, AnswersOfDeadHandles) {
   TestHome home;
   EXPECT_EQ(FreeSyncHstyCtl(0), -1);
   for (const int32_t dead : {0, 1, 21, -1}) {
-    tq::test::expect_answers(dead, -1, WriteHeadInfo2, HstyAllFileClose, HstyGetInfo4ReadNext,
-                             HstyGetInfo4TranCnt);
+    expect_answers(dead, -1, WriteHeadInfo2, HstyAllFileClose, HstyGetInfo4ReadNext,
+                   HstyGetInfo4TranCnt);
   }
   std::vector<int32_t> handles;
   while (const int32_t handle = CreateSyncHstyCtl(0)) handles.push_back(handle);

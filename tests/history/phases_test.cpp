@@ -5,15 +5,11 @@
 #include "history/categories.h"
 #include "siblings/siblings.h"
 #include "support/faults.h"
-#include "support/home.h"
 #include "support/own_siblings.h"
 #include "support/test.h"
 #include "tqutil/history.h"
 
 namespace {
-
-using namespace tq::test;
-namespace fault = tq::platform::fault;
 
 constexpr short kRun = -1;
 
@@ -89,7 +85,7 @@ short TQ_CALL note(void* context, const char* what, int value) {
 TEST(Phases, WhatTheStoreIsTold) {
   TestHome home;
   Asked asked;
-  tq::test::OwnSiblings own(&asked);
+  OwnSiblings own(&asked);
   own.fldcom.FldComSetHistoryNo = [](void* context, uint16_t n) { note(context, "no ", n); };
   own.fldcom.FldComSetHistoryAppId = [](void* context, uint16_t n) { note(context, "app ", n); };
   tHSTYTMP_API& store = own.hstytmp;

@@ -4,7 +4,6 @@
 
 #include <array>
 #include <cstdint>
-#include <cstdio>
 #include <random>
 #include <utility>
 
@@ -179,12 +178,12 @@ TEST(LinkInfo, OutOfMemoryIsAnAnswer) {
   }
   std::array<unsigned char, TQ_SYNC_ID_SIZE> text{};
   std::int32_t pos = 0;
-  tq::test::allocations_left = 0;
+  allocations_left = 0;
   const short file = links.SylkAddFileInfo(master(0), 5);
   const short walked = links.SylkGetLinkMst2OrgID(master(1), Text(1, 2, 0), text.data(), &pos);
   const short there = links.SylkSchLinkMst2Org(master(1), Text(1, 2, 0));
   const short missing = links.SylkSchLinkMst2Org(master(1), Text(1, 3, 0));
-  tq::test::allocations_left = -1;
+  allocations_left = -1;
   EXPECT_EQ(file, -1);
   EXPECT_EQ(walked, 1) << "cannot be sorted";
   EXPECT_EQ(there, 1) << "needs no memory to be right";
@@ -204,8 +203,8 @@ TEST(LinkInfo, Handles) {
   for (const std::int32_t handle : handles) EXPECT_EQ(FreeSylkCtl(handle), 0);
   EXPECT_EQ(FreeSylkCtl(0), -1);
   for (const std::int32_t dead : {0, 10, 11, -1}) {
-    tq::test::expect_answers(dead, -1, SylkAddFileInfo, SylkAddRecID, SylkGetMstLinkNo,
-                             SylkSchLinkMst2Org, SylkGetLinkMst2OrgID);
+    expect_answers(dead, -1, SylkAddFileInfo, SylkAddRecID, SylkGetMstLinkNo, SylkSchLinkMst2Org,
+                   SylkGetLinkMst2OrgID);
     count = 9;
     EXPECT_EQ(SylkGetMstLinkOrgInfo(master(0), &count, dead), nullptr);
     EXPECT_EQ(count, 0);

@@ -5,14 +5,10 @@
 #include "support/faults.h"
 #include "support/scoped_variable.h"
 #include "support/test.h"
-#include "support/test_folder.h"
 #include "support/wine.h"
 
 namespace tq::platform {
 namespace {
-
-using test::ScopedVariable;
-using test::TestFolder;
 
 // Every file or folder of ours that is left open is a fault of the layer.
 class Platform : public ::testing::Test {
@@ -249,13 +245,13 @@ TEST_F(Platform, Attributes) {
   EXPECT_EQ(attributes(folder_.at("none\\a")), kNoAttributes);
   EXPECT_EQ(attributes(folder_.at("sub")) & (kFolder | kReadOnly), kFolder);
   // Wine always says archive, and does not keep a folder's read-only bit for the superuser.
-  const std::uint32_t unkept = test::under_wine() ? kArchive | kNormal : 0;
+  const std::uint32_t unkept = under_wine() ? kArchive | kNormal : 0;
   for (const std::uint32_t bits : {kReadOnly | kHidden, kSystem | kArchive, kNormal}) {
     EXPECT_TRUE(set_attributes(path, bits).ok());
     EXPECT_EQ(attributes(path) | unkept, bits | unkept);
   }
   EXPECT_TRUE(set_attributes(folder_.at("sub"), kHidden | kReadOnly).ok());
-  if (!test::under_wine()) {
+  if (!under_wine()) {
     EXPECT_EQ(attributes(folder_.at("sub")), kHidden | kReadOnly | kFolder);
   }
   EXPECT_TRUE(File().open(folder_.at("sub\\a.txt"), OpenMode::kCreateNew).ok())
@@ -281,7 +277,7 @@ TEST_F(Platform, FileTimes) {
     ASSERT_TRUE(set_attributes(path, bits).ok());
     ASSERT_TRUE(set_file_times(path, wanted).ok());
     ASSERT_TRUE(file_times(path, times).ok());
-    if (!test::under_wine()) {
+    if (!under_wine()) {
       EXPECT_EQ(times.created, wanted.created);  // Wine cannot set it
     }
     EXPECT_EQ(times.accessed, wanted.accessed);
@@ -292,7 +288,7 @@ TEST_F(Platform, FileTimes) {
   ASSERT_TRUE(file.open(path, OpenMode::kUpdate).ok());
   ASSERT_TRUE(file.set_times({kIn1995, 0, kIn2001}).ok());
   ASSERT_TRUE(file.times(times).ok());
-  if (!test::under_wine()) {
+  if (!under_wine()) {
     EXPECT_EQ(times.accessed, wanted.accessed);  // 0 left it alone
   }
   EXPECT_EQ(times.written, kIn2001);
@@ -402,7 +398,7 @@ TEST_F(Platform, EveryOperationPassesTheGate) {
 TEST_F(Platform, AFailedCopyLeavesNoHalfFile) {
   using Kind = fault::Kind;
   folder_.write("from.txt", "0123456789");
-  test::each_fault({Kind::kFail, Kind::kDiskFull, Kind::kCrash}, [&](int nth, Kind kind) {
+  each_fault({Kind::kFail, Kind::kDiskFull, Kind::kCrash}, [&](int nth, Kind kind) {
     folder_.remove("to.txt");
     const fault::FailNth fail(nth, kind);
     const bool copied = copy_file(folder_.at("from.txt"), folder_.at("to.txt")).ok();

@@ -7,13 +7,9 @@
 #include "platform/platform.h"
 #include "support/scoped_variable.h"
 #include "support/test.h"
-#include "support/test_folder.h"
 
 namespace tq::platform {
 namespace {
-
-using test::ScopedVariable;
-using test::TestFolder;
 
 std::string write_new(const std::string& path) {
   File file;

@@ -10,8 +10,6 @@
 
 namespace {
 
-using tq::test::DefinitionHome;
-
 std::string definition_folder() { return tq::sibling_folder(&tFLDCOM_API::FldComGetDefFolder); }
 
 TEST(DefinitionFolder, SettingsThenHomeThenShipped) {

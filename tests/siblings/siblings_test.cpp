@@ -4,15 +4,12 @@
 #include <cstddef>
 #include <cstring>
 
-#include "support/home.h"
 #include "support/own_siblings.h"
 #include "support/test.h"
 #include "tqutil/host.h"
 #include "tqutil/syncfile.h"
 
 namespace {
-
-using tq::test::TestHome;
 
 std::string folder(short which) {
   char buffer[TQ_PATH_SIZE] = "before";
@@ -52,7 +49,7 @@ void TQ_CALL my_work_folder(void* context, char* out) {
 TEST(Siblings, AnApplicationsEntriesReplaceTheDefaults) {
   TestHome home;
   std::string mine = home.at("mine");
-  tq::test::OwnSiblings own(mine.data());
+  OwnSiblings own(mine.data());
   tFLDCOM_API& fldcom = own.fldcom;
   fldcom.FldComGetWorkFolder = my_work_folder;
   // One entry of a set that only works as a whole: the default set stays.

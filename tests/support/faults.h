@@ -7,21 +7,23 @@
 
 #include "platform/fault.h"
 
+namespace fault = tq::platform::fault;
+
 namespace tq::test {
 
 // Arms the gate with the 1st, 2nd, ... operation of each kind when the attempt asks for it, until
 // an attempt gets through without a failure. An attempt prepares what it needs, makes a FailNth of
 // its arguments, and gives whether that was hit. It must leave no file open.
 template <class Attempt>
-void each_fault(std::initializer_list<platform::fault::Kind> kinds, Attempt attempt) {
-  for (const platform::fault::Kind kind : kinds) {
+void each_fault(std::initializer_list<fault::Kind> kinds, Attempt attempt) {
+  for (const fault::Kind kind : kinds) {
     bool hit = true;
     for (int nth = 1; hit; ++nth) {
       SCOPED_TRACE("operation " + std::to_string(nth));
-      const int open_before = platform::fault::open_handles();
+      const int open_before = fault::open_handles();
       hit = attempt(nth, kind);
-      platform::fault::disarm();
-      EXPECT_EQ(platform::fault::open_handles(), open_before);
+      fault::disarm();
+      EXPECT_EQ(fault::open_handles(), open_before);
     }
   }
 }

@@ -1,5 +1,5 @@
-// What nearly every test needs: GoogleTest, strings and lists of them, tuples for tables of cases,
-// and Shift-JIS literals.
+// What nearly every test needs: GoogleTest, texts and lists of them, tuples for tables of cases,
+// Shift-JIS literals, and folders of its own.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -9,6 +9,8 @@
 #include <vector>
 
 #include "base/sjis_literal.h"
+#include "support/home.h"
 
 using namespace tq::literals;
+using namespace tq::test;
 using Texts = std::vector<std::string>;

@@ -2,16 +2,12 @@
 #include <cstring>
 
 #include "support/faults.h"
-#include "support/home.h"
 #include "support/records.h"
 #include "support/test.h"
 #include "tqutil/dbbridge.h"
 #include "tqutil/syncfile.h"
 
 namespace {
-
-using namespace tq::test;
-namespace fault = tq::platform::fault;
 
 // A saved group: the first text is a master's unless it is empty, the others are partners'.
 void save_group(const char* master, const std::vector<const char*>& partners) {

@@ -3,15 +3,11 @@
 #include <cstring>
 
 #include "support/faults.h"
-#include "support/home.h"
 #include "support/records.h"
 #include "support/test.h"
 #include "tqutil/syncfile.h"
 
 namespace {
-
-using namespace tq::test;
-namespace fault = tq::platform::fault;
 
 const std::string kNoFlags = "0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,";
 

@@ -1,14 +1,11 @@
 // The group folder: order and positions of a listing, deletion, ids, and read mode.
 #include <cstring>
 
-#include "support/home.h"
 #include "support/records.h"
 #include "support/test.h"
 #include "tqutil/syncfile.h"
 
 namespace {
-
-using namespace tq::test;
 
 // A saved group; its id.
 std::string save_group(const char* title) {

@@ -2,15 +2,12 @@
 #include <cstring>
 #include <random>
 
-#include "support/home.h"
 #include "support/records.h"
 #include "support/test.h"
 #include "support/zeros.h"
 #include "tqutil/syncfile.h"
 
 namespace {
-
-using namespace tq::test;
 
 struct SyncGroup : testing::Test {
   ~SyncGroup() override { CloseSyncFile(group); }

@@ -58,7 +58,7 @@ TEST(SyncIds, ReadAtFixedPlacesWithoutValidation) {
 TEST(SyncInfo, FlatFormAndBack) {
   const std::int32_t before = tq::live_tables();
   {
-    tq::test::Info from, to;
+    Info from, to;
     const auto texts = {&tSYNC_INFO::fldFile, &tSYNC_INFO::memberText, &tSYNC_INFO::tmpFileO,
                         &tSYNC_INFO::tmpFileN, &tSYNC_INFO::srchFile};
     char letter = 'a';
@@ -82,7 +82,7 @@ TEST(SyncInfo, FlatFormAndBack) {
 }
 
 TEST(SyncGrp, FlatFormAndBack) {
-  tq::test::Group from, to;
+  Group from, to;
   std::strcpy(from.id, "012");
   std::strcpy(from.title, std::string(129, 't').c_str());
   std::strcpy(from.filePath, "Z:\\m\\012");

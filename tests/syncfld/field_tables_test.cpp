@@ -11,7 +11,6 @@
 
 namespace {
 
-using namespace tq::test;
 using tq::s_fldAttrTbl;
 
 const std::string kAddress = "住所録"_sjis;

@@ -2,7 +2,6 @@
 // released when it goes.
 #include <stdexcept>
 
-#include "support/home.h"
 #include "support/test.h"
 #include "tqutil/config.h"
 
@@ -13,8 +12,6 @@
 #endif
 
 namespace {
-
-using tq::test::TestHome;
 
 #ifdef _WIN32
 // Beside this program.
@@ -54,7 +51,7 @@ TEST(Loading, ReadsTheKeysOfTheMoment) {
 TEST(Loading, MakesNoFolders) {
   TestHome home;
   {
-    const tq::test::ScopedVariable gone("TQUTIL_HOME", (home.native() / "no" / "such").string());
+    const ScopedVariable gone("TQUTIL_HOME", (home.native() / "no" / "such").string());
     EXPECT_EQ(key_after_loading(), 42) << "the shipped keys";
   }
   EXPECT_TRUE(home.contents().empty());

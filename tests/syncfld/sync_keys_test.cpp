@@ -9,7 +9,6 @@
 
 namespace {
 
-using tq::test::DefinitionHome;
 using Ids = std::vector<short>;
 
 // The result of reading a key file of these bytes.
@@ -114,7 +113,7 @@ TEST(SyncKeyFile, ReleasedWholeAndReadAgainWithTheFolder) {
 
   home.write("mine\\SYNCKEY.DAT", "H:1\nA:5:1,1:x\n");
   std::string folder = home.at("mine");
-  tq::test::OwnSiblings own(folder.data());
+  OwnSiblings own(folder.data());
   own.fldcom.FldComGetDefFolder = [](void* context, char* out) {
     std::strcpy(out, static_cast<const char*>(context));
   };

@@ -21,7 +21,6 @@ using tq::FieldAttributes;
 using tq::KeyField;
 using tq::s_fldAttrTbl;
 using tq::s_keyFldTbl;
-using tq::test::DefinitionHome;
 using Ids = std::vector<short>;
 
 TEST(Attributes, EveryIdLikeASearchFromTheFirstRow) {

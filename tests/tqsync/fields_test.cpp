@@ -56,7 +56,7 @@ TEST(Texts, TheBestFormatFirstThenTheOthers) {
 }
 
 TEST(FieldMap, ShippedFormatsFindTheirOwnHeadings) {
-  tq::test::DefinitionHome home;
+  DefinitionHome home;
   for (const Format& known : known_formats()) {
     SCOPED_TRACE(known.name);
     Texts headings;
@@ -80,7 +80,7 @@ TEST(FieldMap, ShippedFormatsFindTheirOwnHeadings) {
 }
 
 TEST(Layout, FormsOfANameInTheOrderOfTheKeys) {
-  tq::test::DefinitionHome home;
+  DefinitionHome home;
   // Thunderbird's records are matched by the parts of a name, those of an address book by the
   // whole.
   const Layout parts = layout_of(FieldMap({"Display Name", "First Name", "Last Name"}, 21));
@@ -99,7 +99,7 @@ TEST(Layout, FormsOfANameInTheOrderOfTheKeys) {
 }
 
 TEST(Applications, ABadRegistryIsRefusedAndReadAgainWhenMended) {
-  tq::test::DefinitionHome home;
+  DefinitionHome home;
   home.write("program/APPINFO.DAT", "Book:3,1\nBook:4\n");
   EXPECT_THROW(registered_applications(), Failure);
   home.write("program/APPINFO.DAT", "Book:3,5\nBook:3,6\n");

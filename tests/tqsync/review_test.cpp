@@ -9,7 +9,6 @@
 #include "files/address_writer.h"
 #include "files/decision_file.h"
 #include "support/test.h"
-#include "support/test_folder.h"
 
 namespace {
 
@@ -159,7 +158,7 @@ TEST(Decisions, FilesThatSayTooLittleAreRefused) {
 }
 
 TEST(AddressFiles, AreReadAsTheyWereWritten) {
-  tq::test::TestFolder folder;
+  TestFolder folder;
   const std::u8string native = (folder.native() / "out.csv").u8string();
   const std::string path(native.begin(), native.end());
   const std::vector<Texts> rows = {{"\"a\", b", "x\r\ny"}, {"", "山田"}, {"c\nd", "e\"f"}};

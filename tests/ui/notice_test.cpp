@@ -1,6 +1,5 @@
 // What the setup notice says for each operation, and the messages of the error box, seen from the
 // tables behind them.
-#include "support/home.h"
 #include "support/own_siblings.h"
 #include "support/test.h"
 #include "tqutil/ui.h"
@@ -25,10 +24,10 @@ short TQ_CALL take_notice(void* context, const char* caption, const char* note1,
 }
 
 TEST(SetupNotice, WordsOfEachOperation) {
-  tq::test::TestHome home;
+  TestHome home;
   home.write("tqutil.ini", std::string("[texts]\ncaption=") + "住所録Ｘ"_sjis + "\n");
   Shown shown;
-  tq::test::OwnSiblings own(&shown);
+  OwnSiblings own(&shown);
   own.dialog.DlgSetupNotice = take_notice;
   own.install();
 

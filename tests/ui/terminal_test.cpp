@@ -12,7 +12,6 @@
 
 #include "platform/dialogs.h"
 #include "support/test.h"
-#include "support/test_folder.h"
 
 namespace {
 
@@ -71,7 +70,7 @@ TEST(Terminal, QuestionsTakeOnlyClearAnswers) {
 }
 
 TEST(Terminal, MissingFolder) {
-  tq::test::TestFolder folder;
+  TestFolder folder;
   const std::string other = folder.native().string();
   const auto body = [&] {
     std::string chosen;
@@ -96,7 +95,7 @@ TEST(Terminal, MissingFolder) {
 }
 
 TEST(Terminal, NoticeShowsTheHelpFileOnDemand) {
-  tq::test::TestFolder folder;
+  TestFolder folder;
   folder.write("help.txt", "設定\r\n方法"_sjis);
   const auto body = [&] {
     return platform::show_notice("", "one", "two", folder.at("help.txt")) ? 1 : 0;

@@ -9,7 +9,6 @@
 #include "base/cp932.h"
 #include "platform/dialogs.h"
 #include "support/test.h"
-#include "support/test_folder.h"
 
 namespace {
 
@@ -97,7 +96,7 @@ TEST_F(WindowsDialogs, NoticeShrinksByItsHiddenNote) {
 }
 
 TEST_F(WindowsDialogs, MissingFolderChoices) {
-  tq::test::TestFolder folder;
+  TestFolder folder;
   const std::wstring other = folder.native().wstring();
   std::string chosen;
   const auto ask = [&] {
