@@ -11,6 +11,7 @@ TEST(DeleteBackup, ByIdByGenerationAndAll) {
   ASSERT_TRUE(tq::platform::set_attributes(host.at("a"), tq::platform::kReadOnly).ok());
   for (const int kind : {0, 1, 1, 1})
     ASSERT_EQ(host.back_up(static_cast<short>(kind), {{1, "", {"a"}}}), 0);
+  for (const char* id : {"00001", "00003"}) host.set_time(id, "2003,1,1,1,1,1,1");
   host.set_time("00002", "2001,1,1,1,1,1,1");
   EXPECT_EQ(tqDeleteBkupGrp("00009"), 1);
   EXPECT_EQ(tqDeleteAutoBkupGrp(1, 4), 1);
@@ -26,7 +27,10 @@ TEST(DeleteBackup, ByIdByGenerationAndAll) {
 TEST(DeleteBackup, AFileOfSomebodyElseKeepsTheFolder) {
   BackupHost host;
   host.write("a", "a");
-  for (int i = 0; i < 3; ++i) ASSERT_EQ(host.back_up(0, {{1, "", {"a"}}}), 0);
+  for (const char* id : {"00000", "00001", "00002"}) {
+    ASSERT_EQ(host.back_up(0, {{1, "", {"a"}}}), 0);
+    host.set_time(id, "2003,1,1,1,1,1,1");
+  }
   host.write("backup\\00001\\extra", "mine");
   EXPECT_EQ(tqDeleteBkupAll(), 1) << "stops there";
   EXPECT_EQ(BackupHost::listed(-1), Texts{"00002 0 1"});

@@ -43,28 +43,26 @@ TEST(Normalize, NamesThatAreTheSame) {
 }
 
 TEST(Normalize, Telephones) {
-  const std::tuple<const char*, std::string, Texts> rows[] = {
-      {"hyphens", "03-0123-4567", {"0301234567"}},
-      {"full width, brackets, a long vowel for a hyphen",
-       "０３（０１２３）４５ー６７",
-       {"0301234567"}},
-      {"country code", "+81 90-0123-4567", {"09001234567"}},
-      {"country code with the 0 in brackets", "+81(0)3-0123-4567", {"0301234567"}},
-      {"dialled from Japan", "010-81-3-0123-4567", {"0301234567"}},
-      {"another country", "+1 (555) 010-0199", {"+15550100199"}},
-      {"a spreadsheet ate the 0", "9001234567", {"09001234567"}},
-      {"extension", "03-0123-4567 内線12", {"0301234567"}},
-      {"two in a cell, one of them twice",
-       "03-0123-4567、090-0123-4567/0301234567",
-       {"0301234567", "09001234567"}},
-      {"no area code", "0123-4567", {}},
-      {"fillers", "000-0000-0000, 0999999999", {}},
-      {"too long, too short, no digits", "030123456789012, 110, なし", {}},
-      {"a bare country code", "+81", {}},
+  const std::tuple<const char*, std::string, std::string> rows[] = {
+      {"hyphens", "03-0123-4567", "0301234567 "},
+      {"full width, brackets, a long vowel", "０３（０１２３）４５ー６７", "0301234567 "},
+      {"country code", "+81 90-0123-4567", "09001234567 "},
+      {"country code with the 0 in brackets", "+81(0)3-0123-4567", "0301234567 "},
+      {"dialled from Japan", "010-81-3-0123-4567", "0301234567 "},
+      {"another country", "+1 (555) 010-0199", "+15550100199 "},
+      {"a spreadsheet ate the 0", "9001234567", "09001234567 "},
+      {"extension", "03-0123-4567 内線12", "0301234567 "},
+      {"one of two in a cell twice", "03-0123-4567、090-0123-4567/0301234567",
+       "0301234567 09001234567 "},
+      {"no area code", "0123-4567", ""},
+      {"fillers", "000-0000-0000, 0999999999", ""},
+      {"too long, too short, no digits", "030123456789012, 110, なし", ""},
+      {"a bare country code", "+81", ""},
   };
   for (const auto& [why, cell, keys] : rows) {
-    SCOPED_TRACE(why);
-    EXPECT_EQ(phone_keys(cell), keys);
+    std::string found;
+    for (const std::string& key : phone_keys(cell)) found += key + " ";
+    EXPECT_EQ(found, keys) << why;
   }
 }
 
