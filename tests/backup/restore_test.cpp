@@ -36,9 +36,7 @@ TEST(Restore, DamageRestoreAndUndo) {
   platform::FileTimes times;
   ASSERT_TRUE(platform::file_times(book, times).ok());
   EXPECT_EQ(times.written, old.written);
-  if (!under_wine()) {
-    EXPECT_EQ(times.created, old.created);
-  }
+  EXPECT_TRUE(times.created == old.created || under_wine());
   EXPECT_EQ(platform::attributes(book), hidden);
   EXPECT_NE(platform::attributes(locked) & platform::kReadOnly, 0u);
   const std::string heading = "ファイルのリストア中です..."_sjis;
@@ -113,9 +111,7 @@ TEST(Restore, MissingFolders) {
       host.log.clear();
       EXPECT_EQ(single ? tqRestoreFile("0000000000") : restore("00000"), result);
       EXPECT_EQ(host.read("full\\a"), "mine");
-      if (*file != '\0') {
-        EXPECT_EQ(host.read(file), "content");
-      }
+      EXPECT_TRUE(*file == '\0' || host.read(file) == "content");
       EXPECT_EQ(std::ranges::count(host.log, "missing @\\u\\deep|a"), asked);
       std::string messages;
       for (const std::string& line : host.log) {

@@ -1,70 +1,38 @@
-// Rotation: which backups go, beside the rule played step by step, and what never goes.
+// Rotation: which backups go, and what never goes.
 #include "backup/rotation.h"
 
-#include <cstdio>
-#include <random>
-
 #include "backup/backup_host.h"
+#include "common/text.h"
 #include "support/test.h"
 
 namespace {
 
-struct Model {
-  int id;
-  short kind;
-  int second;
-};
-
-// The rule one deletion at a time: as often as the count before asks for it, the first oldest of
-// the kind goes while there are more than may stay.
-std::vector<int> drop_one_by_one(std::vector<Model> rows, short generations) {
-  const short kind = rows.back().kind;
-  const auto count = [&] {
-    return std::count_if(rows.begin(), rows.end(), [&](const Model& m) { return m.kind == kind; });
+TEST(Rotation, TheOldestOfTheKindGo) {
+  // `rows`: kind and second of each backup in the order of the files, the new one last
+  // `dropped`: their places, in the order in which they go
+  const std::tuple<const char*, std::string, short, const char*, std::string> cases[] = {
+      {"the first of its kind", "01 11", 1, "", ""},
+      {"as many as may stay", "11 12 13", 3, "", ""},
+      {"the oldest first, the new one never", "14 13 15 11 12", 3, "", "31"},
+      {"the new one stays although the clock went back", "15 16 11", 1, "", "01"},
+      {"other kinds do not count and stay", "01 12 02 13", 1, "", "1"},
+      {"of equals the first", "15 15 15 19", 3, "", "0"},
+      {"one that is kept changes nothing about the others", "11 12 13 14", 2, "00000", "1"},
   };
-  const auto found = count() - 1;
-  std::vector<int> dropped;
-  for (auto left = found >= generations ? found - generations + 1 : 0; left > 0; --left) {
-    if (count() <= generations) break;
-    auto oldest = rows.end();
-    for (auto row = rows.begin(); row != rows.end() - 1; ++row) {
-      if (row->kind == kind && (oldest == rows.end() || row->second < oldest->second)) oldest = row;
-    }
-    dropped.push_back(oldest->id);
-    rows.erase(oldest);
-  }
-  return dropped;
-}
-
-tBKUP_INFO row_of(const Model& model) {
-  tBKUP_INFO row{};
-  std::snprintf(row.id, sizeof row.id, "%05u", static_cast<unsigned>(model.id) % 100'000U);
-  row.kind = model.kind;
-  row.time.year = 2003;
-  row.time.second = static_cast<uint16_t>(model.second);
-  return row;
-}
-
-TEST(Rotation, DropsWhatTheRuleDrops) {
-  std::mt19937 random(7);
-  for (int round = 0; round < 2000; ++round) {
-    std::vector<Model> rows;
+  for (const auto& [why, rows, generations, keep, dropped] : cases) {
     tq::BackupList list;
-    const int n = 1 + static_cast<int>(random() % 12);
-    for (int id = 0; id < n; ++id) {
-      rows.push_back({id, static_cast<short>(random() % 2), static_cast<int>(random() % 5)});
-      ASSERT_TRUE(list.append(row_of(rows.back())));
+    for (std::size_t at = 0; at < rows.size(); at += 3) {
+      tBKUP_INFO row{};
+      tq::copy_text(row.id, sizeof row.id, "0000" + std::to_string(at / 3));
+      row.kind = static_cast<short>(rows[at] - '0');
+      row.time.second = static_cast<uint16_t>(rows[at + 1]);
+      ASSERT_TRUE(list.append(row));
     }
-    for (short generations = 1; generations <= 4; ++generations) {
-      std::vector<int> dropped;
-      for (const std::size_t i : tq::backups_to_drop(list, generations, {})) {
-        dropped.push_back(rows[i].id);
-      }
-      ASSERT_EQ(dropped, drop_one_by_one(rows, generations)) << "round " << round;
-      // Keeping one back changes nothing about the others.
-      std::erase(dropped, 3);
-      ASSERT_EQ(tq::backups_to_drop(list, generations, "00003").size(), dropped.size());
+    std::string places;
+    for (const std::size_t i : tq::backups_to_drop(list, generations, keep)) {
+      places += std::to_string(i);
     }
+    EXPECT_EQ(places, dropped) << why;
   }
 }
 

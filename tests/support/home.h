@@ -12,14 +12,11 @@ namespace tq::test {
 
 class TestHome : public TestFolder {
  public:
-  TestHome() : TestFolder("home"), variable_("TQUTIL_HOME", utf8(native())) {}
+  TestHome()
+      : TestFolder("home"),
+        variable_("TQUTIL_HOME", reinterpret_cast<const char*>(native().u8string().c_str())) {}
 
  private:
-  static std::string utf8(const std::filesystem::path& path) {
-    const std::u8string text = path.u8string();
-    return {text.begin(), text.end()};
-  }
-
   ScopedVariable variable_;
 };
 
