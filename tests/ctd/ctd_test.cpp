@@ -202,6 +202,8 @@ TEST(Ctd, HandlesAndMissingArguments) {
   for (const int32_t dead : {0, 21, -1, INT32_MAX}) {
     EXPECT_EQ(CopySyncCtdCtl(dead), 0);
     EXPECT_EQ(AddCtdData(id("a1").c_str(), 1, id("m1").c_str(), nullptr, dead), -1);
+    EXPECT_EQ(SchMstSyncID(id("m1").c_str(), dead), -1);
+    EXPECT_EQ(GetCtdCnt(dead), -1);
     EXPECT_EQ(FindCtdMstSyncID(text, &cursor, dead), -1);
     CtdSchInit(dead);
     GetCtdTitle(text, dead);

@@ -417,23 +417,6 @@ TEST_F(Platform, MovableMemoryIsZeroed) {
   free_movable(nullptr);
 }
 
-TEST_F(Platform, NativePathsThereAndBack) {
-  folder_.write("Sub\\住所録.csv"_sjis, "x");
-  const std::u8string native8 = folder_.native("Sub\\住所録.csv"_sjis).u8string();
-  const std::string native(native8.begin(), native8.end());
-  std::string path, back;
-  ASSERT_TRUE(path_from_native(native, path).ok());
-  EXPECT_EQ(path, folder_.at("Sub\\住所録.csv"_sjis));
-  ASSERT_TRUE(path_to_native(folder_.at("sub\\住所録.CSV"_sjis), back).ok());
-  EXPECT_EQ(back, native);
-  EXPECT_TRUE(path_from_native(".", path).ok());
-  EXPECT_TRUE(is_folder(path)) << path;
-  for (const char* bad : {"", "/tmp/\xe4\xbd\xa0\xeb\x8b\x98.csv", "/tmp/nul", "/tmp/\xff"}) {
-    EXPECT_EQ(path_from_native(bad, path).code(), Code::kInvalid) << bad;
-  }
-  EXPECT_EQ(path_to_native("Z:\\a\\..\\..", path).code(), Code::kInvalid);
-}
-
 TEST_F(Platform, Host) {
   {
     const ScopedVariable set("TQUTIL_TEST_VARIABLE", "住所");

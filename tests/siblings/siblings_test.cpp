@@ -92,17 +92,23 @@ TEST(HostTexts, BothWaysWithMeasuresAndFaults) {
 
 TEST(HostPaths, BothWays) {
   TestHome home;
-  home.write("住所.csv"_sjis, "");
-  const std::string path = home.at("住所.csv"_sjis);
-  char native[1024];
-  ASSERT_EQ(tqPathToNative(path.c_str(), native, sizeof native), 0);
-  char back[TQ_PATH_SIZE];
+  home.write("Sub\\住所録.csv"_sjis, "");
+  const std::u8string wanted = home.native("Sub\\住所録.csv"_sjis).u8string();
+  char native[1024], back[TQ_PATH_SIZE];
+  ASSERT_EQ(tqPathToNative(home.at("sub\\住所録.CSV"_sjis).c_str(), native, sizeof native), 0);
+  EXPECT_STREQ(native, reinterpret_cast<const char*>(wanted.c_str()));
   ASSERT_EQ(tqPathFromNative(native, back), 0);
-  EXPECT_EQ(back, path);
-  EXPECT_EQ(tqPathToNative(path.c_str(), native, 5), 1);
-  EXPECT_STREQ(native, "");
-  EXPECT_EQ(tqPathFromNative(std::string(300, 'a').c_str(), back), 1);
-  EXPECT_STREQ(back, "");
+  EXPECT_EQ(back, home.at("Sub\\住所録.csv"_sjis));
+  EXPECT_EQ(tqPathFromNative(".", back), 0);
+  for (const std::string& bad : {std::string(300, 'a'), std::string(), std::string("/tmp/nul"),
+                                 std::string("/tmp/\xff"), std::string("/tmp/\uB2D8.csv")}) {
+    EXPECT_EQ(tqPathFromNative(bad.c_str(), back), 1) << bad;
+    EXPECT_STREQ(back, "");
+  }
+  for (const std::string& bad : {home.at("a"), std::string("Z:\\a\\..\\..")}) {
+    EXPECT_EQ(tqPathToNative(bad.c_str(), native, 5), 1) << "no room, or above the root";
+    EXPECT_STREQ(native, "");
+  }
 }
 
 }  // namespace

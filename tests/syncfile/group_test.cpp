@@ -134,10 +134,11 @@ TEST_F(SyncGroup, FieldFileCopiesAndPrivateNames) {
   EXPECT_EQ(GetSyncCsvHeadPath(0, first, group), 0);
   EXPECT_EQ(GetSyncCsvHeadPath(1, other, group), 0);
   EXPECT_STRNE(first, other);
-  EXPECT_EQ(DeleteSyncFileInfo(0, group), 0);
-  EXPECT_EQ(GetSyncCsvHeadPath(0, again, group), 0);
+  add(0, "c");
+  EXPECT_EQ(DeleteSyncFileInfo(1, group), 0);
+  EXPECT_EQ(GetSyncCsvHeadPath(1, again, group), 0);
   EXPECT_STREQ(again, other) << "the name goes with its member";
-  EXPECT_EQ(GetSyncCsvHeadPath(1, again, group), -1);
+  EXPECT_EQ(GetSyncCsvHeadPath(2, again, group), -1);
 }
 
 TEST(SyncHandles, SlotsAndDeadHandles) {

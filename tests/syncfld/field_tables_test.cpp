@@ -289,8 +289,7 @@ TEST(Handles, OfFieldTables) {
 TEST(Handles, OfFieldComparison) {
   for (int32_t handle = 1; handle <= 20; ++handle) EXPECT_EQ(CreateFldCompCtl(), handle);
   EXPECT_EQ(CreateFldCompCtl(), 0);
-  EXPECT_EQ(FreeFldCompCtl(7), 0);
-  EXPECT_EQ(FreeFldCompCtl(7), 0);
+  for (const int32_t handle : {7, 7}) EXPECT_EQ(FreeFldCompCtl(handle), 0);
   EXPECT_EQ(CreateFldCompCtl(), 7);
   for (int32_t handle = 1; handle <= 20; ++handle) EXPECT_EQ(FreeFldCompCtl(handle), 0);
   EXPECT_EQ(FreeFldCompCtl(0), 1);
