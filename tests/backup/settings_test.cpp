@@ -2,12 +2,10 @@
 #include "backup/settings.h"
 
 #include "backup/backup_host.h"
-#include "platform/fault.h"
+#include "support/faults.h"
 #include "support/test.h"
 
 namespace {
-
-namespace fault = tq::platform::fault;
 
 constexpr char kFile[] = "data\\TQ_BKINF.DAT";
 
@@ -75,14 +73,20 @@ TEST(BackupSettings, WhatIsNotOursStays) {
   EXPECT_EQ(tqGetBkupGeneration(), 2);
 }
 
-TEST(BackupSettings, AFailedWriteIsTold) {
-  BackupHost host;
-  host.write(kFile, "[TARQO_BACKUP]\r\nconvGeneration=1\r\n");
-  for (int nth = 1; nth <= 3; ++nth) {  // to be read, made anew, written
-    const fault::FailNth failing(nth);
-    EXPECT_EQ(setBkupGeneration(0, 2), 0) << nth;
-  }
-  EXPECT_EQ(getBkupGeneration(0), 1);
+TEST(BackupSettings, AFailedWriteIsToldAndLeavesTheOldFile) {
+  each_fault({fault::Kind::kFail, fault::Kind::kDiskFull}, [](int nth, fault::Kind kind) {
+    BackupHost host;
+    host.write(kFile, "[TARQO_BACKUP]\r\nconvGeneration=1\r\n");
+    const fault::FailNth failing(nth, kind);
+    const short reached = setBkupGeneration(0, 2);
+    const bool hit = failing.hit();
+    fault::disarm();
+    EXPECT_EQ(reached == 0, hit);
+    const short now = getBkupGeneration(0);
+    EXPECT_TRUE(now == 2 || (hit && now == 1)) << now;
+    EXPECT_EQ(host.contents().size(), 2u) << "nothing is left behind";
+    return hit;
+  });
 }
 
 }  // namespace
