@@ -25,7 +25,7 @@ TEST(Rotation, TheOldestOfTheKindGo) {
       tBKUP_INFO row{};
       tq::copy_text(row.id, sizeof row.id, "0000" + std::to_string(at / 3));
       row.kind = static_cast<short>(rows[at] - '0');
-      row.time.second = static_cast<uint16_t>(rows[at + 1]);
+      row.time.second = static_cast<uint16_t>(rows[at + 1] - '0');
       ASSERT_TRUE(list.append(row));
     }
     std::string places;
