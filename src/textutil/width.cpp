@@ -9,14 +9,14 @@ namespace tq::textutil {
 
 std::int32_t to_half(const char* src, char* dst) {
 #ifdef TQ_HAS_AVX2_CODE
-  if (avx2::usable()) return rewrite<avx2::ToHalf>(src, dst);
+  if (avx2::kUsable) return rewrite<avx2::ToHalf>(src, dst);
 #endif
   return rewrite<ByRule<ToHalf>>(src, dst);
 }
 
 std::int32_t to_full(const char* src, char* dst) {
 #ifdef TQ_HAS_AVX2_CODE
-  if (avx2::usable()) return rewrite<avx2::ToFull>(src, dst);
+  if (avx2::kUsable) return rewrite<avx2::ToFull>(src, dst);
 #endif
   return rewrite<ByRule<ToFull>>(src, dst);
 }

@@ -358,9 +358,7 @@ std::size_t whole_blocks(std::string_view text) {
 
 }  // namespace
 
-const bool g_usable = __builtin_cpu_supports("avx2") != 0 && __builtin_cpu_supports("popcnt") != 0;
-
-bool usable() { return g_usable; }
+const bool kUsable = __builtin_cpu_supports("avx2") != 0 && __builtin_cpu_supports("popcnt") != 0;
 
 Progress ToHalf::piece(std::string_view text, char* out) {
   if (text.size() < 16) return rewrite_by_character<textutil::ToHalf>(text, text.size(), out);

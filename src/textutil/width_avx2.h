@@ -13,7 +13,7 @@
 namespace tq::textutil::avx2 {
 
 // Whether this machine and its system can run them. False while the library is being loaded.
-bool usable();
+extern const bool kUsable;
 
 // Ways for rewrite().
 struct ToHalf {
