@@ -29,16 +29,16 @@ struct History {
   std::string read_file;
 };
 
-// The text that a call gives of what is left, which it takes from the front.
+// The text that a call gives of what is left, which it takes from the front. A line end, CR LF too,
+// counts as one byte of a piece.
 std::string next_text(std::string_view& left) {
   constexpr std::size_t kPiece = 999;
-  std::string_view piece = left.substr(0, std::min(left.find('\n'), left.size() - 1) + 1);
-  piece = piece.substr(0, kPiece);
-  left.remove_prefix(piece.size());
-  if (piece.ends_with('\n')) {
-    piece.remove_suffix(1);
-    if (piece.ends_with('\r')) piece.remove_suffix(1);
-  }
+  const std::size_t end = std::min(left.find('\n'), left.size());
+  const bool line = end < left.size();
+  const std::size_t size = line && end > 0 && left[end - 1] == '\r' ? end - 1 : end;
+  const bool whole = size < kPiece || (size == kPiece && !line);
+  std::string_view piece = left.substr(0, whole ? size : kPiece);
+  left.remove_prefix(whole ? std::min(end + 1, left.size()) : kPiece);
   piece = piece.substr(0, piece.find('\0'));
   return std::string(piece.substr(0, tq::sjis::cut_size(piece, TQ_HISTORY_LINE_SIZE - 1)));
 }
